@@ -1,0 +1,34 @@
+# Front door of the build: every target installs what is missing, configures,
+# builds and runs. The CMake presets do the rest.
+JOBS ?= $(shell nproc)
+
+.PHONY: check demo asan tsan deps build bench clean
+
+deps:
+	./scripts/install-deps.sh
+
+build: deps
+	cmake --preset default
+	cmake --build --preset default -j $(JOBS)
+
+check: build
+	ctest --preset default -j $(JOBS)
+
+demo: build
+	./build/default/tools/tessel/tessel demo
+
+asan: deps
+	cmake --preset asan
+	cmake --build --preset asan -j $(JOBS)
+	ctest --preset asan -j $(JOBS)
+
+tsan: deps
+	cmake --preset tsan
+	cmake --build --preset tsan -j $(JOBS)
+	ctest --preset tsan -j $(JOBS)
+
+bench: build
+	./bench/run.sh build/default
+
+clean:
+	rm -rf build

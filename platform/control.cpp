@@ -1,0 +1,37 @@
+// Settings and counters behind tessel_platform_control.h.
+#include <atomic>
+
+#include "platform_state.h"
+#include "platform_counters.h"
+#include "tessel_platform_control.h"
+
+namespace tessel::platform {
+
+namespace {
+std::atomic<uint64_t> g_version{(uint64_t(10) << 32) | (uint64_t(0) << 16) | 0};
+}
+
+WindowsVersion ReportedWindowsVersion() {
+  uint64_t v = g_version.load();
+  return {uint32_t(v >> 32), uint32_t((v >> 16) & 0xFFFF), uint16_t(v & 0xFFFF)};
+}
+
+Counters& GetCounters() {
+  static Counters counters;
+  return counters;
+}
+
+}  // namespace tessel::platform
+
+using tessel::platform::GetCounters;
+
+extern "C" void TesselPlatformSetWindowsVersion(DWORD major, DWORD minor, WORD servicePack) {
+  tessel::platform::g_version = (uint64_t(major) << 32) | (uint64_t(minor & 0xFFFF) << 16) | servicePack;
+}
+
+extern "C" TesselPlatformCounters TesselPlatformGetCounters() {
+  auto& c = GetCounters();
+  return {c.mfStartupCalls.load(), c.mfShutdownCalls.load(), c.aviInitCalls.load(), c.aviExitCalls.load()};
+}
+
+extern "C" void TesselPlatformFailNextMFStartup(HRESULT status) { GetCounters().failNextMFStartup = status; }

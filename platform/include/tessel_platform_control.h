@@ -1,0 +1,21 @@
+// The one door for tests and tools to steer the platform stand-in: the Windows version
+// it reports, its start-up counters and failure injection. Nothing else in the
+// platform is test-only.
+#pragma once
+
+#include "windows.h"
+
+struct TesselPlatformCounters {
+  int64_t mfStartupCalls;   // successful MFStartup calls
+  int64_t mfShutdownCalls;  // MFShutdown calls
+  int64_t aviInitCalls;     // AVIFileInit calls
+  int64_t aviExitCalls;     // AVIFileExit calls
+};
+
+extern "C" {
+// The version that VerifyVersionInfoW compares against; 10.0 service pack 0 by default.
+TESSEL_PLATFORM_API void TesselPlatformSetWindowsVersion(DWORD major, DWORD minor, WORD servicePack);
+TESSEL_PLATFORM_API TesselPlatformCounters TesselPlatformGetCounters();
+// The next MFStartup call fails with this status (0 clears the injection).
+TESSEL_PLATFORM_API void TesselPlatformFailNextMFStartup(HRESULT status);
+}

@@ -1,0 +1,19 @@
+// Start-up counters and injected failures of the stand-in.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace tessel::platform {
+
+struct Counters {
+  std::atomic<int64_t> mfStartupCalls{0};
+  std::atomic<int64_t> mfShutdownCalls{0};
+  std::atomic<int64_t> aviInitCalls{0};
+  std::atomic<int64_t> aviExitCalls{0};
+  std::atomic<int32_t> failNextMFStartup{0};
+};
+
+Counters& GetCounters();
+
+}  // namespace tessel::platform
