@@ -1,0 +1,111 @@
+// Non-virtual interfaces: one flat table of function pointers per module, which callers
+// jump through. The host fills the table at load. Until then every entry leads to a
+// stub: the module's own stubs (return class 5) try to resolve the interface on the
+// spot and otherwise give an orderly null result; the host's common stubs fill the
+// other entries.
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+#include "vorna/module.h"
+
+namespace vorna {
+
+// Return classes of the ReturnClassTable: what the host's common stub gives back.
+namespace returnclass {
+inline constexpr UChar NOTHING = 0;
+inline constexpr UChar FREE = 1;
+inline constexpr UChar WORD = 2;
+inline constexpr UChar FLOAT64 = 3;
+inline constexpr UChar OWN_STUB = 5;
+}  // namespace returnclass
+
+ErrorWord PrivateGetNullReturnError(Int reason);
+
+// Tries to make the interface usable now: through the host's resolver if the record
+// has a handle, else through its fallback. Otherwise outputs why and gives false.
+Bool TryResolve(StaticInterfaceRecord* record);
+
+template <typename T>
+struct IsResult : std::false_type {};
+template <typename T>
+struct IsResult<Result<T>> : std::true_type {};
+
+// The null result of a method whose interface could not be resolved.
+template <typename R>
+R NullReturn() {
+  if constexpr (std::is_void_v<R>) {
+    return;
+  } else if constexpr (IsResult<R>::value) {
+    return ErrorResult{PrivateGetNullReturnError(2)};
+  } else if constexpr (std::is_same_v<R, ErrorWord>) {
+    return PrivateGetNullReturnError(2);
+  } else {
+    return R{};
+  }
+}
+
+namespace detail {
+
+template <typename IFACE, auto MEMBER, typename R, typename... A>
+R OwnStub(A... args) {
+  if (TryResolve(&IFACE::_record)) return (IFACE::_table.*MEMBER)(std::forward<A>(args)...);
+  return NullReturn<R>();
+}
+
+template <typename IFACE, auto MEMBER, typename R, typename... A>
+constexpr auto MakeOwnStub(R (*)(A...)) -> R (*)(A...) {
+  return &OwnStub<IFACE, MEMBER, R, A...>;
+}
+
+}  // namespace detail
+
+// Writes the module's own stubs for MEMBERS into the table, then lets the host fill
+// the rest.
+template <typename IFACE, auto... MEMBERS>
+void InstallStubs(HostStubFiller filler, StaticInterfaceRecord* record) {
+  auto& table = IFACE::_table;
+  ((table.*MEMBERS = detail::MakeOwnStub<IFACE, MEMBERS>(table.*MEMBERS)), ...);
+  filler(record, record->table, IFACE::RETURN_CLASSES, record->count);
+}
+
+// A 32-bit signature number per method, stored for the host: the interface's id hash
+// mixed with the slot. Host and module compute it from the same header, so the host can
+// tell a table of another shape.
+constexpr UInt SignatureHash(const Char* interfaceId, Int slot) {
+  return UInt32(Id::HashText(interfaceId, Id::LengthOf(interfaceId)) * 31 + UInt(slot) + 1);
+}
+
+}  // namespace vorna
+
+// Defines, in a source file that includes vorna/translationunit.h, the table and
+// record of a static interface class IFACE (which declares
+// `static Table _table; static StaticInterfaceRecord _record;`, `ID`, `COUNT` and
+// `RETURN_CLASSES`) in one source file. The variadic arguments are the table members
+// that have an own stub.
+#define VORNA_DEFINE_STATIC_INTERFACE(IFACE, FALLBACK_FUNCTION, ...)                                        \
+  static_assert(sizeof(IFACE::Table) == IFACE::COUNT * sizeof(void*));                              \
+  constinit IFACE::Table IFACE::_table{};                                                           \
+  static constinit void* VORNA_CONCAT(IFACE, _second)[IFACE::COUNT]{};                              \
+  static constinit ::vorna::UInt VORNA_CONCAT(IFACE, _hashes)[IFACE::COUNT]{};                      \
+  constinit ::vorna::StaticInterfaceRecord IFACE::_record{                                          \
+      {UInt32(::vorna::EntityKind::STATIC_INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,            \
+       ::vorna::entityflags::RESOLVE | ((FALLBACK_FUNCTION) ? ::vorna::entityflags::FALLBACK : 0u), nullptr,   \
+       nullptr},                                                                                    \
+      nullptr,                                                                                      \
+      nullptr,                                                                                      \
+      VORNA_CONCAT(IFACE, _second),                                                                 \
+      VORNA_CONCAT(IFACE, _hashes),                                                                 \
+      IFACE::COUNT,                                                                                 \
+      &::vorna::InstallStubs<IFACE __VA_OPT__(, ) __VA_ARGS__>,                                     \
+      0,                                                                                            \
+      FALLBACK_FUNCTION,                                                                                   \
+      {0, 0}};                                                                                      \
+  static const bool VORNA_CONCAT(IFACE, _linked) = [] {                                             \
+    IFACE::_record.table = reinterpret_cast<void**>(&IFACE::_table);                                \
+    for (::vorna::Int i = 0; i < IFACE::COUNT; ++i)                                                 \
+      VORNA_CONCAT(IFACE, _hashes)[i] = ::vorna::SignatureHash(IFACE::ID, i);                       \
+    ::vorna::LinkImport(&IFACE::_record, &g_translationUnit);                                                           \
+    return true;                                                                                    \
+  }()

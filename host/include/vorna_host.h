@@ -1,0 +1,67 @@
+// The public face of the small host: start and stop, module loading by name, the
+// configuration, console capture and the switches tests use. Tools and tests include
+// this header; modules never do.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "vorna/records.h"
+
+namespace vorna::host {
+
+struct HostOptions {
+  std::string moduleDirectory;  // where LoadModule looks for NAME.so
+};
+
+// Brings the host up: its services, registries, error classes and own classes. Safe
+// to call again; each Start is balanced by one Stop.
+Result<void> Start(const HostOptions& options);
+void Stop();
+Bool IsStarted();
+
+class LoadedModule;
+
+// Loads NAME.so from the module directory, resolves its records, creates its classes
+// and published objects and runs its init stages. A failing init stage undoes the
+// stages already done and unloads the library again.
+Result<LoadedModule*> LoadModule(const std::string& name);
+// Runs the free stages, erases what the module inserted and unloads it.
+void UnloadModule(LoadedModule* module);
+
+// Lets the host serve the client layer compiled into the calling executable (tests,
+// tools): its tables are resolved like a module's.
+Result<void> AttachClientRecords(ModuleRecord** list);
+
+// What a loaded module declared, for the command line's listing.
+struct ModuleDescription {
+  std::string id;
+  std::vector<std::string> dependencies;
+  std::vector<std::string> translationUnits;
+  std::vector<std::string> initStages;  // "unit: init, free"
+};
+std::vector<ModuleDescription> DescribeModule(const LoadedModule* module);
+
+// Configuration variables: set by name ("true", "false", "1", "0"); a value set before
+// a variable is registered is applied when it is. False for an unknown value text.
+Bool SetConfiguration(const std::string& name, const std::string& value);
+struct ConfigurationInfo {
+  std::string name;
+  std::string help;
+  Bool value;
+};
+std::vector<ConfigurationInfo> ListConfiguration();
+
+// Console: every line the host or a module outputs. The default sink is stdout.
+void SetConsoleSink(std::function<void(const char* line)> sink);
+void SetOutputMask(UInt32 mask);
+
+// Registries, for listings.
+std::vector<std::string> ListRegistry(const std::string& registry);
+
+// Memory: allocations through System fail once `after` more have succeeded (-1: never).
+void FailAllocationsAfter(Int after);
+Int GetLiveAllocationCount();
+
+}  // namespace vorna::host

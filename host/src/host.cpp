@@ -1,0 +1,91 @@
+// Start and stop of the host, and module loading by name.
+#include <dlfcn.h>
+
+#include <mutex>
+
+#include "error_classes.h"
+#include "host_services.h"
+#include "host_strings.h"
+#include "loader.h"
+#include "providers.h"
+#include "reference_types.h"
+#include "registries.h"
+#include "vorna/errorbase.h"
+#include "vorna/formatstring.h"
+#include "vorna/module.h"
+#include "vorna_host.h"
+
+namespace vorna::host {
+
+namespace {
+
+constexpr SourceLocation HOST_LOCATION{"host/host", 1, 0};
+
+std::mutex g_mutex;
+Int g_starts = 0;
+HostOptions g_options;
+LoadedModule* g_hostRecords = nullptr;
+
+void RegisterProviders() {
+  RegisterSystemProvider();
+  RegisterClassProvider();
+  RegisterExtensionPointProvider();
+  RegisterStringProviders();
+  RegisterSystemWindowsProvider();
+}
+
+}  // namespace
+
+Result<void> Start(const HostOptions& options) {
+  std::lock_guard lock(g_mutex);
+  if (g_starts++ > 0) return OK;
+  g_options = options;
+  RegisterProviders();
+  CreateRegistries();
+  Result<LoadedModule*> own = AttachRecords(&g_privateModules, "host", nullptr);
+  if (own.IsError()) return own.GetErrorResult();
+  g_hostRecords = own.GetValue();
+  PublishReferenceTypes();
+  CreateErrorClasses();
+  return OK;
+}
+
+void Stop() {
+  std::lock_guard lock(g_mutex);
+  if (g_starts == 0 || --g_starts > 0) return;
+  DestroyErrorClasses();
+  DetachAll();
+  g_hostRecords = nullptr;
+  ReleaseLiteralStrings();
+  DestroyRegistries();
+  ClearProviders();
+}
+
+Bool IsStarted() { return g_starts > 0; }
+
+Result<LoadedModule*> LoadModule(const std::string& name) {
+  std::string path = g_options.moduleDirectory + "/" + name + ".so";
+  void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!library) {
+    String message = FormatToString("Cannot load module @: @", name.c_str(), static_cast<const Char*>(dlerror()));
+    return RaiseError(g_IoErrorObject, HOST_LOCATION, &message);
+  }
+  auto* list = static_cast<ModuleRecord**>(dlsym(library, "g_privateModules"));
+  if (!list) {
+    dlclose(library);
+    String message = FormatToString("@ is not a module: it has no g_privateModules.", name.c_str());
+    return RaiseError(g_IllegalStateErrorObject, HOST_LOCATION, &message);
+  }
+  Result<LoadedModule*> loaded = AttachRecords(list, name, library);
+  if (loaded.IsError()) dlclose(library);
+  return loaded;
+}
+
+void UnloadModule(LoadedModule* module) { DetachRecords(module); }
+
+Result<void> AttachClientRecords(ModuleRecord** list) {
+  Result<LoadedModule*> attached = AttachRecords(list, "client", nullptr);
+  return attached.IsError() ? Result<void>(attached.GetErrorResult()) : OK;
+}
+
+}  // namespace vorna::host

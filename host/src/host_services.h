@@ -1,0 +1,13 @@
+// The host's services, each registered as the provider of its interface at start.
+#pragma once
+
+namespace vorna::host {
+
+void RegisterSystemProvider();
+void RegisterClassProvider();
+void RegisterExtensionPointProvider();
+void RegisterStringProviders();
+void RegisterStringConversionProvider();
+void RegisterSystemWindowsProvider();
+
+}  // namespace vorna::host
