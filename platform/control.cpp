@@ -31,7 +31,16 @@ extern "C" void TesselPlatformSetWindowsVersion(DWORD major, DWORD minor, WORD s
 
 extern "C" TesselPlatformCounters TesselPlatformGetCounters() {
   auto& c = GetCounters();
-  return {c.mfStartupCalls.load(), c.mfShutdownCalls.load(), c.aviInitCalls.load(), c.aviExitCalls.load()};
+  return {c.mfStartupCalls.load(), c.mfShutdownCalls.load(), c.aviInitCalls.load(), c.aviExitCalls.load(),
+          c.liveSourceReaders.load()};
 }
 
 extern "C" void TesselPlatformFailNextMFStartup(HRESULT status) { GetCounters().failNextMFStartup = status; }
+
+extern "C" void TesselPlatformRefuseAdvancedVideoProcessing(HRESULT status) {
+  GetCounters().refuseAdvancedProcessing = status;
+}
+
+extern "C" void TesselPlatformFailNextBufferCreation(HRESULT status) { GetCounters().failNextBufferCreation = status; }
+
+extern "C" void TesselPlatformFailNextReadSample(HRESULT status) { GetCounters().failNextReadSample = status; }

@@ -1,4 +1,4 @@
-// Start-up counters and injected failures of the stand-in.
+// Start-up counters, live objects and injected failures of the stand-in.
 #pragma once
 
 #include <atomic>
@@ -12,6 +12,10 @@ struct Counters {
   std::atomic<int64_t> aviInitCalls{0};
   std::atomic<int64_t> aviExitCalls{0};
   std::atomic<int32_t> failNextMFStartup{0};
+  std::atomic<int32_t> failNextBufferCreation{0};
+  std::atomic<int32_t> failNextReadSample{0};
+  std::atomic<int32_t> refuseAdvancedProcessing{0};
+  std::atomic<int64_t> liveSourceReaders{0};
 };
 
 Counters& GetCounters();

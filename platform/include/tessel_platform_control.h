@@ -10,6 +10,7 @@ struct TesselPlatformCounters {
   int64_t mfShutdownCalls;  // MFShutdown calls
   int64_t aviInitCalls;     // AVIFileInit calls
   int64_t aviExitCalls;     // AVIFileExit calls
+  int64_t liveSourceReaders;  // source readers created and not yet destroyed
 };
 
 extern "C" {
@@ -18,4 +19,13 @@ TESSEL_PLATFORM_API void TesselPlatformSetWindowsVersion(DWORD major, DWORD mino
 TESSEL_PLATFORM_API TesselPlatformCounters TesselPlatformGetCounters();
 // The next MFStartup call fails with this status (0 clears the injection).
 TESSEL_PLATFORM_API void TesselPlatformFailNextMFStartup(HRESULT status);
+// While status is not 0, creating a source reader with
+// MF_SOURCE_READER_ENABLE_ADVANCED_VIDEO_PROCESSING fails with it, as on a system
+// without that path; creation with plain video processing is unaffected.
+TESSEL_PLATFORM_API void TesselPlatformRefuseAdvancedVideoProcessing(HRESULT status);
+// The next creation of a media buffer (MFCreateMemoryBuffer, MFCreate2DMediaBuffer and
+// the buffers of the source reader's samples) fails with this status (0 clears).
+TESSEL_PLATFORM_API void TesselPlatformFailNextBufferCreation(HRESULT status);
+// The next IMFSourceReader::ReadSample fails with this status (0 clears).
+TESSEL_PLATFORM_API void TesselPlatformFailNextReadSample(HRESULT status);
 }

@@ -1,7 +1,8 @@
 // The Win32 subset the module is written against: basic types, status codes and the
-// KERNEL32 functions it calls. Wide text is UTF-16 (char16_t).
+// KERNEL32 functions it calls, plus the COM basics of objbase.h. Wide text is UTF-16 (char16_t).
 #pragma once
 
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 
@@ -41,6 +42,31 @@ using LONG_PTR = intptr_t;
 using ULONG_PTR = uintptr_t;
 using DWORD_PTR = uintptr_t;
 
+using SHORT = int16_t;
+using USHORT = uint16_t;
+using CHAR = char;
+using UCHAR = uint8_t;
+using FLOAT = float;
+using DOUBLE = double;
+using SCODE = int32_t;
+using HLOCAL = void*;
+using LANGID = WORD;
+
+union LARGE_INTEGER {
+  struct {
+    DWORD LowPart;
+    LONG HighPart;
+  } u;
+  LONGLONG QuadPart;
+};
+union ULARGE_INTEGER {
+  struct {
+    DWORD LowPart;
+    DWORD HighPart;
+  } u;
+  ULONGLONG QuadPart;
+};
+
 #ifndef TRUE
 #define TRUE 1
 #define FALSE 0
@@ -74,6 +100,21 @@ inline constexpr BYTE VER_LESS = 4;
 inline constexpr BYTE VER_LESS_EQUAL = 5;
 inline constexpr DWORD ERROR_OLD_WIN_VERSION = 1150;
 
+// FormatMessageW flags and the language of the system's own texts.
+inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x00000100;
+inline constexpr DWORD FORMAT_MESSAGE_IGNORE_INSERTS = 0x00000200;
+inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x00000400;
+inline constexpr DWORD FORMAT_MESSAGE_FROM_HMODULE = 0x00000800;
+inline constexpr DWORD FORMAT_MESSAGE_FROM_SYSTEM = 0x00001000;
+inline constexpr WORD LANG_NEUTRAL = 0x00;
+inline constexpr WORD SUBLANG_DEFAULT = 0x01;
+#define MAKELANGID(p, s) ((((WORD)(s)) << 10) | (WORD)(p))
+
+// LocalAlloc flags.
+inline constexpr UINT LMEM_FIXED = 0x0000;
+inline constexpr UINT LMEM_ZEROINIT = 0x0040;
+inline constexpr UINT LPTR = LMEM_FIXED | LMEM_ZEROINIT;
+
 extern "C" {
 TESSEL_PLATFORM_API ULONGLONG WINAPI VerSetConditionMask(ULONGLONG conditionMask, DWORD typeMask,
                                                          BYTE condition);
@@ -81,4 +122,17 @@ TESSEL_PLATFORM_API BOOL WINAPI VerifyVersionInfoW(LPOSVERSIONINFOEXW versionInf
                                                    DWORDLONG conditionMask);
 TESSEL_PLATFORM_API DWORD WINAPI GetLastError();
 TESSEL_PLATFORM_API void WINAPI SetLastError(DWORD error);
+
+// Memory that FormatMessageW hands out; freed with LocalFree, which returns null on
+// success.
+TESSEL_PLATFORM_API HLOCAL WINAPI LocalAlloc(UINT flags, SIZE_T bytes);
+TESSEL_PLATFORM_API HLOCAL WINAPI LocalFree(HLOCAL memory);
+
+// Only FORMAT_MESSAGE_FROM_SYSTEM is served: the text of a status from the system's
+// message table, with its "\r\n" line end. With FORMAT_MESSAGE_ALLOCATE_BUFFER, buffer
+// points at a WCHAR* that receives LocalAlloc memory. Returns the length without the
+// terminator, or 0 with GetLastError set (ERROR_MR_MID_NOT_FOUND for an unknown status).
+TESSEL_PLATFORM_API DWORD WINAPI FormatMessageW(DWORD flags, LPCVOID source, DWORD messageId,
+                                                DWORD languageId, LPWSTR buffer, DWORD size,
+                                                va_list* arguments);
 }

@@ -1,0 +1,14 @@
+// The platform's work queue: one thread that runs queued jobs in order. It starts with
+// the first job and is joined when the process ends.
+#pragma once
+
+#include <functional>
+
+#include "windows.h"
+
+namespace tessel::platform {
+
+// Queues job to run on the work-queue thread. E_OUTOFMEMORY if it can't be queued.
+HRESULT PostToWorkQueue(std::function<void()> job);
+
+}  // namespace tessel::platform

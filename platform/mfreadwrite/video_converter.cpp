@@ -1,0 +1,41 @@
+// VideoConverter.
+#include "mfreadwrite/video_converter.h"
+
+#include "mferror.h"
+
+namespace tessel::platform {
+
+namespace {
+
+int ColorspaceOf(const AVFrame& frame) {
+  switch (frame.colorspace) {
+    case AVCOL_SPC_BT709: return SWS_CS_ITU709;
+    case AVCOL_SPC_BT2020_NCL:
+    case AVCOL_SPC_BT2020_CL: return SWS_CS_BT2020;
+    case AVCOL_SPC_SMPTE240M: return SWS_CS_SMPTE240M;
+    default: return SWS_CS_DEFAULT;
+  }
+}
+
+}  // namespace
+
+HRESULT VideoConverter::Convert(const AVFrame& frame, const VideoOutput& output, uint8_t* destination) {
+  if (frame.width <= 0 || frame.height <= 0 || frame.format < 0) return MF_E_INVALID_STREAM_DATA;
+  const ImageLayout& layout = output.layout;
+  SwsContext* scaler = sws_getCachedContext(scaler_.release(), frame.width, frame.height,
+                                            static_cast<AVPixelFormat>(frame.format), int(layout.width),
+                                            int(layout.height), output.pixelFormat, SWS_BICUBIC, nullptr, nullptr,
+                                            nullptr);
+  scaler_.reset(scaler);
+  if (!scaler_) return MF_E_INVALIDMEDIATYPE;
+  const int* coefficients = sws_getCoefficients(ColorspaceOf(frame));
+  int fullRange = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
+  sws_setColorspaceDetails(scaler_.get(), coefficients, fullRange, sws_getCoefficients(SWS_CS_DEFAULT), 1, 0,
+                           1 << 16, 1 << 16);
+  uint8_t* planes[4] = {destination, nullptr, nullptr, nullptr};
+  int pitches[4] = {int(layout.pitch), 0, 0, 0};
+  int rows = sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, planes, pitches);
+  return rows == int(layout.height) ? S_OK : MF_E_INVALID_STREAM_DATA;
+}
+
+}  // namespace tessel::platform
