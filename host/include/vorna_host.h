@@ -7,12 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "vorna/records.h"
+#include "vorna/module.h"
+
+#pragma GCC visibility push(default)
 
 namespace vorna::host {
 
 struct HostOptions {
-  std::string moduleDirectory;  // where LoadModule looks for NAME.so
+  std::string moduleDirectory;  // where LoadModule looks for NAME.so; several joined by ':'
 };
 
 // Brings the host up: its services, registries, error classes and own classes. Safe
@@ -23,7 +25,7 @@ Bool IsStarted();
 
 class LoadedModule;
 
-// Loads NAME.so from the module directory, resolves its records, creates its classes
+// Loads NAME.so from the first module directory that has it, resolves its records, creates its classes
 // and published objects and runs its init stages. A failing init stage undoes the
 // stages already done and unloads the library again.
 Result<LoadedModule*> LoadModule(const std::string& name);
@@ -33,6 +35,13 @@ void UnloadModule(LoadedModule* module);
 // Lets the host serve the client layer compiled into the calling executable (tests,
 // tools): its tables are resolved like a module's.
 Result<void> AttachClientRecords(ModuleRecord** list);
+
+// Start for an executable that uses the client layer itself: the host comes up and
+// serves the caller's own copy of the client layer as well.
+inline Result<void> StartWithClient(const HostOptions& options) {
+  VORNA_RETURN_ON_ERROR(Start(options));
+  return AttachClientRecords(&g_privateModules);
+}
 
 // What a loaded module declared, for the command line's listing.
 struct ModuleDescription {
@@ -65,3 +74,5 @@ void FailAllocationsAfter(Int after);
 Int GetLiveAllocationCount();
 
 }  // namespace vorna::host
+
+#pragma GCC visibility pop

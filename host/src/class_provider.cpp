@@ -101,9 +101,11 @@ void DestructParts(ClassHandle* cls, char* object, size_t count) {
 
 void FreeMemory(char* object) { System::Free(object - sizeof(UInt)); }
 
+// Without memory for the object the out-of-memory class's shared word is the answer:
+// raising a fresh error would need an object as well.
 Result<void*> NewObject(ClassHandle* cls) {
   char* block = static_cast<char*>(System::AllocClear(cls->objectSize + Int(sizeof(UInt)), CLASS_LOCATION));
-  if (!block) return CreateError(CLASS_LOCATION, 0);
+  if (!block) return ErrorResult{StaticErrorWord(g_OutOfMemoryErrorObject)};
   char* object = block + sizeof(UInt);
   RefCounter::Init(object);
   *reinterpret_cast<MethodTableHeader**>(object) = cls->table;

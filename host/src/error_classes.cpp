@@ -2,6 +2,8 @@
 
 #include "error_classes.h"
 
+#include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -14,12 +16,24 @@ namespace vorna::host {
 
 namespace {
 
+const Char* InternFileName(const Char* file) {
+  static std::mutex mutex;
+  static std::set<std::string> names;
+  if (!file) return nullptr;
+  std::lock_guard lock(mutex);
+  return names.emplace(file).first->c_str();
+}
+
 class ErrorObjectComponent : public Component<ErrorObjectComponent> {
  public:
   static ClassRecord _classRecord;
 
   SourceLocation GetLocation() const { return _location; }
-  void SetLocation(const SourceLocation& location) { _location = location; }
+  // The file name is kept in the host: an error may outlive the module it came from.
+  void SetLocation(const SourceLocation& location) {
+    _location = location;
+    _location.file = InternFileName(location.file);
+  }
   String GetMessage() const { return _message; }
   void SetMessage(const String& message) { _message = message; }
   ErrorInterface GetCause() const { return _cause; }

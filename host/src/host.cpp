@@ -34,6 +34,15 @@ void RegisterProviders() {
   RegisterSystemWindowsProvider();
 }
 
+// The host's own client layer needs its services before the loader can run, which
+// itself allocates: its static interfaces are filled first, straight from the providers.
+void ServeOwnClientLayer() {
+  for (ModuleRecord* module = g_privateModules; module; module = module->nextModule)
+    for (EntityRecord* import = module->imports; import; import = import->next)
+      if (EntityKind(import->kind) == EntityKind::STATIC_INTERFACE)
+        ResolveStaticInterface(static_cast<StaticInterfaceRecord*>(import));
+}
+
 }  // namespace
 
 Result<void> Start(const HostOptions& options) {
@@ -41,11 +50,12 @@ Result<void> Start(const HostOptions& options) {
   if (g_starts++ > 0) return OK;
   g_options = options;
   RegisterProviders();
+  ServeOwnClientLayer();
   CreateRegistries();
+  PublishReferenceTypes();
   Result<LoadedModule*> own = AttachRecords(&g_privateModules, "host", nullptr);
   if (own.IsError()) return own.GetErrorResult();
   g_hostRecords = own.GetValue();
-  PublishReferenceTypes();
   CreateErrorClasses();
   return OK;
 }
@@ -63,9 +73,24 @@ void Stop() {
 
 Bool IsStarted() { return g_starts > 0; }
 
+namespace {
+
+// The library from the first directory that has it; the last dlerror otherwise.
+void* OpenLibrary(const std::string& name) {
+  size_t start = 0;
+  for (;;) {
+    size_t end = g_options.moduleDirectory.find(':', start);
+    std::string directory = g_options.moduleDirectory.substr(start, end == std::string::npos ? end : end - start);
+    void* library = dlopen((directory + "/" + name + ".so").c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (library || end == std::string::npos) return library;
+    start = end + 1;
+  }
+}
+
+}  // namespace
+
 Result<LoadedModule*> LoadModule(const std::string& name) {
-  std::string path = g_options.moduleDirectory + "/" + name + ".so";
-  void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* library = OpenLibrary(name);
   if (!library) {
     String message = FormatToString("Cannot load module @: @", name.c_str(), static_cast<const Char*>(dlerror()));
     return RaiseError(g_IoErrorObject, HOST_LOCATION, &message);

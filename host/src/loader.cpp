@@ -86,12 +86,15 @@ Bool ResolveImport(EntityRecord* record) {
   }
 }
 
-// The resolver every module record gets: resolves one entity now. Failure is the
-// illegal-state class's static word, which needs no memory.
+// The word of a failed resolution: a holder without an error object. Resolving an
+// error class to report the failure could itself fail and ask again.
+void* const g_unresolved = nullptr;
+
+// The resolver every module record gets: resolves one entity now.
 void Resolve(Result<void>& out, void* handle, const Id*) {
   std::lock_guard lock(g_mutex);
   auto* entry = static_cast<ImportEntry*>(handle);
-  out = ResolveImport(entry->record) ? Result<void>() : Result<void>(ErrorResult{StaticErrorWord(g_IllegalStateErrorObject)});
+  out = ResolveImport(entry->record) ? Result<void>() : Result<void>(ErrorResult{&g_unresolved});
 }
 
 void* HandleOf(EntityRecord* record) {

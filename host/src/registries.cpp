@@ -128,10 +128,14 @@ void DestroyRegistries() {
   }
 }
 
+// A plain id names a published object or, failing that, a class in vorna.Classes.
 const Data* FindPublished(const Id& id) {
   Id member;
   ExtensionPointHandle* registry = RegistryOf(id, member);
-  return registry ? FindEntry(registry, member) : nullptr;
+  const Data* value = registry ? FindEntry(registry, member) : nullptr;
+  if (!value && registry && registry->id == Id(PLAIN_ID_REGISTRY))
+    if (ExtensionPointHandle* classes = Find(Id("vorna.Classes"))) value = FindEntry(classes, id);
+  return value;
 }
 
 Result<void> Publish(const Id& id, const Data& value) {

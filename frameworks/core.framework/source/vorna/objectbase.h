@@ -126,7 +126,7 @@ I Cast(const ObjectInterface& reference) {
   static constinit const ::vorna::InterfaceRecord* const VORNA_CONCAT(IFACE, _bases)[] = {       \
       __VA_ARGS__ __VA_OPT__(, ) nullptr};                                                      \
   constinit ::vorna::InterfaceRecord IFACE::_record{                                            \
-      {UInt32(::vorna::EntityKind::INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,                \
+      {::vorna::UInt32(::vorna::EntityKind::INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,                \
        ::vorna::entityflags::RESOLVE | (IFACE::REFCLASS << ::vorna::entityflags::REFCLASS_SHIFT), \
        nullptr, nullptr},                                                                       \
       nullptr,                                                                                  \

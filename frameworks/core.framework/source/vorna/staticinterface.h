@@ -48,9 +48,21 @@ R NullReturn() {
 
 namespace detail {
 
+template <typename T>
+struct IsResultOut : std::false_type {};
+template <typename T>
+struct IsResultOut<Result<T>&> : std::true_type {};
+
+// A method that reports through a Result out parameter gets the null error there.
+template <typename FIRST, typename... REST>
+void SetNullOut(FIRST&& first, REST&&...) {
+  if constexpr (IsResultOut<FIRST&&>::value) first = ErrorResult{PrivateGetNullReturnError(2)};
+}
+
 template <typename IFACE, auto MEMBER, typename R, typename... A>
 R OwnStub(A... args) {
   if (TryResolve(&IFACE::_record)) return (IFACE::_table.*MEMBER)(std::forward<A>(args)...);
+  if constexpr (sizeof...(A) > 0) SetNullOut(args...);
   return NullReturn<R>();
 }
 
@@ -90,7 +102,7 @@ constexpr UInt SignatureHash(const Char* interfaceId, Int slot) {
   static constinit void* VORNA_CONCAT(IFACE, _second)[IFACE::COUNT]{};                              \
   static constinit ::vorna::UInt VORNA_CONCAT(IFACE, _hashes)[IFACE::COUNT]{};                      \
   constinit ::vorna::StaticInterfaceRecord IFACE::_record{                                          \
-      {UInt32(::vorna::EntityKind::STATIC_INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,            \
+      {::vorna::UInt32(::vorna::EntityKind::STATIC_INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,            \
        ::vorna::entityflags::RESOLVE | ((FALLBACK_FUNCTION) ? ::vorna::entityflags::FALLBACK : 0u), nullptr,   \
        nullptr},                                                                                    \
       nullptr,                                                                                      \
