@@ -150,7 +150,7 @@ constexpr ClassRecord MakeClassRecord(const InterfaceRecord* const* interfaces,
   record.reserved1 = &detail::DefaultNothing;
   record.reserved2 = &detail::DefaultSuccess;
   record.interfaces = interfaces;
-  record.interfaceCount = interfaces[0] ? 1 : 0;
+  record.interfaceCount = 1;
   record.size = std::is_empty_v<C> ? 0 : Int(sizeof(C));
   record.alignment = 8;
   return record;
