@@ -62,7 +62,6 @@ Bool String::AppendCString(const Char* text, Int length) {
 
 Bool String::operator==(const String& other) const {
   if (_block == other._block) return true;
-  String empty;
   const void* a = _block ? _block : other._block;
   const void* b = _block ? other._block : nullptr;
   if (!b) return StringInterface::_table.GetLength(a) == 0;

@@ -6,15 +6,11 @@
 #pragma once
 
 #include "vorna/basearray.h"
-#include "vorna/refcounter.h"
+#include "vorna/cowblockref.h"
 
 namespace vorna {
 
 class CString;
-
-// Where a string block made for writing is booked.
-inline constexpr SourceLocation STRING_NEW_LOCATION{"vorna/baseref", 685, 0};
-inline constexpr SourceLocation STRING_CLONE_LOCATION{"vorna/baseref", 687, 0};
 
 class StringInterface {
  public:
@@ -61,67 +57,7 @@ class CStringInterface {
   static StaticInterfaceRecord _record;
 };
 
-// The common part of the two string references: one counted block pointer.
-template <typename IFACE>
-class StringBlockRef {
- public:
-  StringBlockRef() = default;
-  StringBlockRef(const StringBlockRef& other) : _block(other._block) { AddReference(); }
-  StringBlockRef(StringBlockRef&& other) noexcept : _block(other._block) { other._block = nullptr; }
-  StringBlockRef& operator=(const StringBlockRef& other) {
-    if (this != &other) {
-      other.AddReference();
-      Release();
-      _block = other._block;
-    }
-    return *this;
-  }
-  StringBlockRef& operator=(StringBlockRef&& other) noexcept {
-    if (this != &other) {
-      Release();
-      _block = other._block;
-      other._block = nullptr;
-    }
-    return *this;
-  }
-  ~StringBlockRef() { Release(); }
-
-  const void* GetBlock() const { return _block; }
-  Bool IsNull() const { return _block == nullptr; }
-  void Reset() { Release(); }
-
-  // Takes over one reference to a block.
-  void Adopt(void* block) {
-    Release();
-    _block = block;
-  }
-
- protected:
-  // The block, private to this reference; null when no block can be had.
-  void* MakeWritable() {
-    if (!_block) {
-      _block = IFACE::_table.Alloc(STRING_NEW_LOCATION);
-    } else if (!RefCounter::IsExclusive(_block)) {
-      void* copy = IFACE::_table.Clone(_block, STRING_CLONE_LOCATION);
-      if (!copy) return nullptr;
-      Release();
-      _block = copy;
-    }
-    return _block;
-  }
-
-  void AddReference() const {
-    if (_block) RefCounter::AddReference(_block);
-  }
-  void Release() {
-    if (_block && RefCounter::RemoveReference(_block)) IFACE::_table.Free(_block);
-    _block = nullptr;
-  }
-
-  void* _block = nullptr;
-};
-
-class String : public StringBlockRef<StringInterface> {
+class String : public COWBlockRef<StringInterface> {
  public:
   String() = default;
 
@@ -142,7 +78,7 @@ class String : public StringBlockRef<StringInterface> {
   Bool operator==(const String& other) const;
 };
 
-class CString : public StringBlockRef<CStringInterface> {
+class CString : public COWBlockRef<CStringInterface> {
  public:
   CString() = default;
   Bool Set(const Char* text, Int length = -1);
