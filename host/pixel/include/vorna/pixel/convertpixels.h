@@ -1,0 +1,45 @@
+// Row conversions between pixel formats.
+#pragma once
+
+#include <cstdint>
+
+#include "vorna/pixel/pixelformat.h"
+
+namespace vorna::pixel {
+
+// Converts `count` pixels of one row from the source format into the destination format.
+//
+// The destination is written contiguously from `dst`, exactly `count` pixels in its format
+// and nothing beyond them. The source is walked with any signed step in bits: pixel i is read
+// at byte `src + floor(i * srcStepBits / 8)`. The natural step (the source's bits per pixel)
+// reads a row forwards, its negative reads it backwards from its last pixel, a whole row pitch
+// (times 8) reads a column down or up, and 0 repeats one pixel `count` times.
+//
+// Formats without alpha give opaque pixels (255) to a destination with alpha; a destination
+// without alpha drops it. Padding bytes and bits (`X`, the top bit of `u555`) are written as
+// 255 and 0. A format converted to itself is a copy.
+//
+// YUV is BT.601 with limited range (luma 16-235, chroma 16-240), rounded to nearest.
+// - As a destination, pixels go in pairs; the pair's chroma is the average of both pixels'.
+//   An odd last pixel writes only its luma and the first chroma byte of its pair (2 bytes).
+// - As a source, each pixel is taken from its pair: luma from its own slot, chroma from the
+//   pair. The pixel at `src` is the first of a pair, and the 2-byte slot at any byte offset
+//   from `src` (rounded down to even) is the first or second of a pair from there on, also
+//   backwards: with a step of -16 bits, pixel 1 is the second pixel of the pair that ends
+//   just before `src`. Every pair that a pixel is taken from is read whole.
+//
+// Source and destination must not overlap. Safe to call from any number of threads.
+using ConvertPixelsFunc = void (*)(uint8_t* dst, const uint8_t* src, int64_t count,
+                                   int64_t srcStepBits);
+
+// The conversion from `src` to `dst`, or null when there is none. Conversions exist in both
+// directions between any two of `BGRX:u8`, `BGRA:u8`, `BGR:u8`, `BGR:u555`, `BGR:u565`,
+// `RGB:u8`, `RGBA:u8`, `YUV:i422a` (Y0 U Y1 V) and `YUV:i422b` (Y0 V Y1 U).
+ConvertPixelsFunc GetConvertFunc(const PixelFormat& src, const PixelFormat& dst);
+
+// The same, for callers that carry channel offsets along: null also when either offsets
+// differ from `GetChannelOffsets` of their format.
+ConvertPixelsFunc GetConvertFunc(const PixelFormat& src, const ChannelOffsets& srcOffsets,
+                                 const PixelFormat& dst, const ChannelOffsets& dstOffsets);
+
+}  // namespace vorna::pixel
