@@ -13,6 +13,7 @@ template <int Bytes, int R, int G, int B, int A, int X>
 struct BytePixel {
   static constexpr int kBytes = Bytes;
   static constexpr bool kYuv = false;
+  static constexpr int kR = R, kG = G, kB = B, kA = A, kX = X;
 
   static Rgba8 Read(const uint8_t* p) {
     if constexpr (A >= 0) {

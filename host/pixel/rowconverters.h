@@ -7,6 +7,7 @@
 
 #include "bt601.h"
 #include "sourcewalk.h"
+#include "wordshuffle.h"
 
 namespace vorna::pixel {
 
@@ -77,6 +78,8 @@ void ConvertWith(uint8_t* dst, const uint8_t* src, int64_t count, Walk walk) {
     ToYuvRow<Src, Dst>(dst, src, count, walk);
   } else if constexpr (kForward && Src::kYuv) {
     YuvPairsToRgbRow<Src, Dst>(dst, src, count);
+  } else if constexpr (kForward && Src::kBytes == 4 && Dst::kBytes == 4) {
+    ShuffleWords<Src, Dst>(dst, src, count);
   } else {
     ToRgbRow<Src, Dst>(dst, src, count, walk);
   }

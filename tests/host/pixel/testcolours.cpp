@@ -83,7 +83,7 @@ int BytesPerPixel(std::string_view id) {
 }
 
 int Tolerance(std::string_view id) {
-  if (IsPacked16(id)) return 4;
+  if (IsPacked16(id)) return 8;
   return IsYuv(id) ? 2 : 0;
 }
 

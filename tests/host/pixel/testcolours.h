@@ -31,8 +31,8 @@ bool IsYuv(std::string_view id);
 bool HasAlpha(std::string_view id);
 int BytesPerPixel(std::string_view id);
 
-// How far a channel may be off after passing through the format: the quantisation of
-// 5- and 6-bit channels, the rounding of YUV.
+// How far a channel may be off after passing through the format: 5- and 6-bit channels, which
+// Encode truncates, and the rounding of YUV.
 int Tolerance(std::string_view id);
 
 // Pixels in the format. Padding is filled with junk (X bytes 0x11, the top bit of u555 set)
