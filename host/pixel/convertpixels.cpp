@@ -13,10 +13,12 @@ namespace vorna::pixel {
 namespace {
 
 // The ids and the codecs of the convertible formats, in the same order.
-constexpr std::array<std::string_view, 9> kRowFormatIds = {
-  "vorna.PixelFormats.BGRX:u8",  "vorna.PixelFormats.BGRA:u8",   "vorna.PixelFormats.BGR:u8",
-  "vorna.PixelFormats.BGR:u555", "vorna.PixelFormats.BGR:u565",  "vorna.PixelFormats.YUV:i422a",
-  "vorna.PixelFormats.YUV:i422b", "vorna.PixelFormats.RGB:u8",   "vorna.PixelFormats.RGBA:u8",
+constexpr std::array<std::string_view, 13> kRowFormatIds = {
+  "vorna.PixelFormats.BGRX:u8",   "vorna.PixelFormats.BGRA:u8",   "vorna.PixelFormats.BGR:u8",
+  "vorna.PixelFormats.BGR:u555",  "vorna.PixelFormats.BGR:u565",  "vorna.PixelFormats.YUV:i422a",
+  "vorna.PixelFormats.YUV:i422b", "vorna.PixelFormats.RGB:u8",    "vorna.PixelFormats.RGBA:u8",
+  "vorna.PixelFormats.RGBX:u8",   "vorna.PixelFormats.XRGB:u8",   "vorna.PixelFormats.ARGB:u8",
+  "vorna.PixelFormats.ABGR:u8",
 };
 
 template <class... Formats>
@@ -32,8 +34,8 @@ struct ConversionTable {
   static constexpr std::array<Row, kSize> kFunctions = {From<Formats>()...};
 };
 
-using Conversions =
-    ConversionTable<Bgrx8, Bgra8, Bgr8, Bgr555, Bgr565, Yuy2, Yvyu, Rgb8, Rgba8Pixel>;
+using Conversions = ConversionTable<Bgrx8, Bgra8, Bgr8, Bgr555, Bgr565, Yuy2, Yvyu, Rgb8,
+                                    Rgba8Pixel, Rgbx8, Xrgb8, Argb8, Abgr8>;
 
 static_assert(Conversions::kSize == kRowFormatIds.size());
 

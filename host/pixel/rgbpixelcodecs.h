@@ -37,6 +37,10 @@ using Bgra8 = BytePixel<4, 2, 1, 0, 3, -1>;
 using Bgr8 = BytePixel<3, 2, 1, 0, -1, -1>;
 using Rgb8 = BytePixel<3, 0, 1, 2, -1, -1>;
 using Rgba8Pixel = BytePixel<4, 0, 1, 2, 3, -1>;
+using Rgbx8 = BytePixel<4, 0, 1, 2, -1, 3>;
+using Xrgb8 = BytePixel<4, 1, 2, 3, -1, 0>;
+using Argb8 = BytePixel<4, 1, 2, 3, 0, -1>;
+using Abgr8 = BytePixel<4, 3, 2, 1, 0, -1>;
 
 // An n-bit channel widened to 8 bits by repeating its top bits below it, so that 0 stays 0
 // and the largest value becomes 255.

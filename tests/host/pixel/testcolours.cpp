@@ -13,6 +13,10 @@ std::string_view ByteLayout(std::string_view id) {
   if (id == "vorna.PixelFormats.BGR:u8") return "BGR";
   if (id == "vorna.PixelFormats.RGB:u8") return "RGB";
   if (id == "vorna.PixelFormats.RGBA:u8") return "RGBA";
+  if (id == "vorna.PixelFormats.RGBX:u8") return "RGBX";
+  if (id == "vorna.PixelFormats.XRGB:u8") return "XRGB";
+  if (id == "vorna.PixelFormats.ARGB:u8") return "ARGB";
+  if (id == "vorna.PixelFormats.ABGR:u8") return "ABGR";
   return "";
 }
 
@@ -140,9 +144,10 @@ Colour Decode(std::string_view id, const uint8_t* row, int64_t i) {
 }
 
 bool PaddingIsClean(std::string_view id, const uint8_t* row, int64_t i) {
-  if (id == "vorna.PixelFormats.BGRX:u8") return row[i * 4 + 3] == 255;
   if (id == "vorna.PixelFormats.BGR:u555") return (row[i * 2 + 1] & 0x80) == 0;
-  return true;
+  const std::string_view layout = ByteLayout(id);
+  const size_t x = layout.find('X');
+  return x == std::string_view::npos || row[i * static_cast<int64_t>(layout.size()) + x] == 255;
 }
 
 }  // namespace vorna::pixel::test

@@ -25,6 +25,8 @@ inline const std::vector<std::string> kFrameFormats = {
   "vorna.PixelFormats.BGRX:u8",   "vorna.PixelFormats.BGRA:u8",  "vorna.PixelFormats.BGR:u8",
   "vorna.PixelFormats.BGR:u555",  "vorna.PixelFormats.BGR:u565", "vorna.PixelFormats.YUV:i422a",
   "vorna.PixelFormats.YUV:i422b", "vorna.PixelFormats.RGB:u8",   "vorna.PixelFormats.RGBA:u8",
+  "vorna.PixelFormats.RGBX:u8",   "vorna.PixelFormats.XRGB:u8",  "vorna.PixelFormats.ARGB:u8",
+  "vorna.PixelFormats.ABGR:u8",
 };
 
 bool IsYuv(std::string_view id);

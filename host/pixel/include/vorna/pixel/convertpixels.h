@@ -16,8 +16,8 @@ namespace vorna::pixel {
 // (times 8) reads a column down or up, and 0 repeats one pixel `count` times.
 //
 // Formats without alpha give opaque pixels (255) to a destination with alpha; a destination
-// without alpha drops it. Padding bytes and bits (`X`, the top bit of `u555`) are written as
-// 255 and 0. A format converted to itself is a copy.
+// without alpha drops it. Padding is written as 255 for an `X` byte and 0 for the top bit of
+// `u555`. A format converted to itself is copied byte for byte, padding included.
 //
 // YUV is BT.601 with limited range (luma 16-235, chroma 16-240), rounded to nearest.
 // - As a destination, pixels go in pairs; the pair's chroma is the average of both pixels'.
@@ -33,8 +33,9 @@ using ConvertPixelsFunc = void (*)(uint8_t* dst, const uint8_t* src, int64_t cou
                                    int64_t srcStepBits);
 
 // The conversion from `src` to `dst`, or null when there is none. Conversions exist in both
-// directions between any two of `BGRX:u8`, `BGRA:u8`, `BGR:u8`, `BGR:u555`, `BGR:u565`,
-// `RGB:u8`, `RGBA:u8`, `YUV:i422a` (Y0 U Y1 V) and `YUV:i422b` (Y0 V Y1 U).
+// directions between any two of the formats that frames travel in: `BGRX:u8`, `BGRA:u8`,
+// `BGR:u8`, `BGR:u555`, `BGR:u565`, `RGB:u8`, `RGBA:u8`, `RGBX:u8`, `XRGB:u8`, `ARGB:u8`,
+// `ABGR:u8`, `YUV:i422a` (Y0 U Y1 V) and `YUV:i422b` (Y0 V Y1 U).
 ConvertPixelsFunc GetConvertFunc(const PixelFormat& src, const PixelFormat& dst);
 
 // The same, for callers that carry channel offsets along: null also when either offsets
