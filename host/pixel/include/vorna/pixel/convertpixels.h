@@ -22,11 +22,14 @@ namespace vorna::pixel {
 // YUV is BT.601 with limited range (luma 16-235, chroma 16-240), rounded to nearest.
 // - As a destination, pixels go in pairs; the pair's chroma is the average of both pixels'.
 //   An odd last pixel writes only its luma and the first chroma byte of its pair (2 bytes).
-// - As a source, each pixel is taken from its pair: luma from its own slot, chroma from the
-//   pair. The pixel at `src` is the first of a pair, and the 2-byte slot at any byte offset
-//   from `src` (rounded down to even) is the first or second of a pair from there on, also
-//   backwards: with a step of -16 bits, pixel 1 is the second pixel of the pair that ends
-//   just before `src`. Every pair that a pixel is taken from is read whole.
+// - As a source, a pixel takes its luma from its own 2-byte slot and its chroma from the pair
+//   around that slot. Pairs are counted from `src`, which starts one, on either side of it:
+//   the slot at byte offset o (rounded down to even) is the first pixel of a pair when o/2 is
+//   even and the second when it is odd. So with a step of -16 bits pixel 1 is the second
+//   pixel of the pair just before `src`, and with a row pitch that is a multiple of 4 bytes
+//   every pixel of a column walk is the first of its row's pair. The frame formats meet YUV
+//   only with its own step; the rest is defined for completeness. Every pair that a pixel is
+//   taken from is read whole, so an odd count reads its last pair's 4 bytes.
 //
 // Source and destination must not overlap. Safe to call from any number of threads.
 using ConvertPixelsFunc = void (*)(uint8_t* dst, const uint8_t* src, int64_t count,
