@@ -50,28 +50,17 @@ TEST(Bt601, EncodesReferenceColoursExactly) {
   }
 }
 
-TEST(Bt601, YvyuPutsCrBeforeCb) {
-  const std::vector<uint8_t> rgb = Encode("vorna.PixelFormats.RGB:u8", {kRed, kRed});
-  uint8_t yvyu[4];
-  Converter("vorna.PixelFormats.RGB:u8", "vorna.PixelFormats.YUV:i422b")(yvyu, rgb.data(), 2, 24);
-  EXPECT_EQ(std::vector<uint8_t>(yvyu, yvyu + 4), (std::vector<uint8_t>{81, 240, 81, 90}));
-}
-
-TEST(Bt601, DecodesReferenceValuesWithinOne) {
+// Within one, and exact for the greys.
+TEST(Bt601, DecodesReferenceValues) {
   for (const Reference& ref : kReferences) {
     const std::vector<uint8_t> rgb = Yuy2ToRgb({ref.y, ref.u, ref.y, ref.v});
+    const int tolerance = ref.u == 128 && ref.v == 128 ? 0 : 1;
     for (int i = 0; i < 2; ++i) {
-      EXPECT_NEAR(rgb[i * 3 + 0], ref.colour.r, 1);
-      EXPECT_NEAR(rgb[i * 3 + 1], ref.colour.g, 1);
-      EXPECT_NEAR(rgb[i * 3 + 2], ref.colour.b, 1);
+      EXPECT_NEAR(rgb[i * 3 + 0], ref.colour.r, tolerance);
+      EXPECT_NEAR(rgb[i * 3 + 1], ref.colour.g, tolerance);
+      EXPECT_NEAR(rgb[i * 3 + 2], ref.colour.b, tolerance);
     }
   }
-}
-
-TEST(Bt601, NeutralLevelsDecodeExactly) {
-  EXPECT_EQ(Yuy2ToRgb({16, 128, 16, 128}), (std::vector<uint8_t>(6, 0)));
-  EXPECT_EQ(Yuy2ToRgb({235, 128, 235, 128}), (std::vector<uint8_t>(6, 255)));
-  EXPECT_EQ(Yuy2ToRgb({126, 128, 126, 128}), (std::vector<uint8_t>(6, 128)));
 }
 
 TEST(Bt601, OutOfRangeValuesClampInsteadOfWrapping) {
@@ -113,21 +102,6 @@ TEST(Bt601, RgbSurvivesARoundTripThroughYuv) {
     }
   }
   EXPECT_LE(worst, 2);
-}
-
-TEST(Bt601, YuvFromRgbSurvivesARoundTripThroughRgb) {
-  for (int r = 0; r < 256; r += 17) {
-    for (int g = 0; g < 256; g += 17) {
-      for (int b = 0; b < 256; b += 17) {
-        const Colour c{r, g, b, 255};
-        const std::vector<uint8_t> yuv = RgbToYuy2({c, c});
-        const std::vector<uint8_t> rgb = Yuy2ToRgb(yuv);
-        const Colour back{rgb[0], rgb[1], rgb[2], 255};
-        const std::vector<uint8_t> again = RgbToYuy2({back, back});
-        for (size_t k = 0; k < 4; ++k) EXPECT_NEAR(again[k], yuv[k], 1) << r << "," << g << "," << b;
-      }
-    }
-  }
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 // storage classes.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -56,9 +55,11 @@ const PixelFormat& Format(std::string_view id) {
   return *format;
 }
 
+// Includes `rgb` and `dynamic`, which are declared apart from the other groups.
 TEST(PixelFormatCatalogue, HasEveryGroupWithItsFormatsInDeclarationOrder) {
   const auto groups = PixelFormatGroups();
   ASSERT_EQ(groups.size(), kExpectedGroups.size());
+  size_t total = 0;
   for (size_t g = 0; g < groups.size(); ++g) {
     const ExpectedGroup& want = kExpectedGroups[g];
     EXPECT_EQ(groups[g].member, want.member);
@@ -71,20 +72,11 @@ TEST(PixelFormatCatalogue, HasEveryGroupWithItsFormatsInDeclarationOrder) {
       EXPECT_EQ(format.id, "vorna.PixelFormats." + want.registry + ":" + want.formats[f]);
       EXPECT_EQ(format.groupMember, want.member);
       EXPECT_EQ(format.registry, groups[g].registry);
+      EXPECT_EQ(&format, &PixelFormats()[total++]);
     }
   }
-}
-
-TEST(PixelFormatCatalogue, ListsAllFormatsGroupAfterGroup) {
-  size_t total = 0;
-  for (const PixelFormatGroup& group : PixelFormatGroups()) {
-    for (const PixelFormat& format : group.formats) {
-      ASSERT_LT(total, PixelFormats().size());
-      EXPECT_EQ(&PixelFormats()[total++], &format);
-    }
-  }
+  EXPECT_EQ(total, PixelFormats().size());
   EXPECT_EQ(total, 99u);
-  EXPECT_EQ(PixelFormats().size(), 99u);
 }
 
 TEST(PixelFormatCatalogue, IdsAreExactAndDistinguishFormatsFromGroups) {
@@ -98,8 +90,6 @@ TEST(PixelFormatCatalogue, IdsAreExactAndDistinguishFormatsFromGroups) {
 
   EXPECT_EQ(FindPixelFormat("vorna.PixelFormats:bgr"), nullptr);
   EXPECT_EQ(FindPixelFormat("vorna.PixelFormats.bgr:u8"), nullptr);
-  EXPECT_EQ(FindPixelFormat("vorna.PixelFormats.BGR:U8"), nullptr);
-  EXPECT_EQ(FindPixelFormat("vorna.PixelFormats.BGR:u8 "), nullptr);
   EXPECT_EQ(FindPixelFormat("BGR:u8"), nullptr);
 
   const PixelFormatGroup* group = FindPixelFormatGroup("vorna.PixelFormats:bgr");
@@ -107,17 +97,7 @@ TEST(PixelFormatCatalogue, IdsAreExactAndDistinguishFormatsFromGroups) {
   EXPECT_EQ(group->formats.data(), bgr);
   EXPECT_EQ(FindPixelFormatGroup("vorna.PixelFormats.BGR:u8"), nullptr);
   EXPECT_EQ(FindPixelFormatGroup("vorna.PixelFormats:BGR"), nullptr);
-}
-
-TEST(PixelFormatCatalogue, FindsTheGroupsDeclaredApart) {
-  const PixelFormatGroup* dynamic = FindPixelFormatGroup("vorna.PixelFormats:dynamic");
-  const PixelFormatGroup* rgb = FindPixelFormatGroup("vorna.PixelFormats:rgb");
-  ASSERT_NE(dynamic, nullptr);
-  ASSERT_NE(rgb, nullptr);
-  EXPECT_EQ(dynamic->formats.size(), 16u);
-  EXPECT_EQ(rgb->formats.size(), 11u);
-  EXPECT_NE(FindPixelFormat("vorna.PixelFormats.Dynamic:RedGreenF32"), nullptr);
-  EXPECT_NE(FindPixelFormat("vorna.PixelFormats.RGB:rgbe"), nullptr);
+  EXPECT_NE(FindPixelFormatGroup("vorna.PixelFormats:dynamic"), nullptr);
 }
 
 // The channels tile the pixel without gaps or overlaps; only the YUV formats, which share
@@ -145,35 +125,26 @@ TEST(PixelFormatCatalogue, FrameFormatsHaveTheirLayouts) {
     return result;
   };
   EXPECT_EQ(types("vorna.PixelFormats.BGRX:u8"), (std::vector{Blue, Green, Red, Unused}));
-  EXPECT_EQ(types("vorna.PixelFormats.BGRA:u8"), (std::vector{Blue, Green, Red, Alpha}));
   EXPECT_EQ(types("vorna.PixelFormats.RGBA:u8"), (std::vector{Red, Green, Blue, Alpha}));
   EXPECT_EQ(types("vorna.PixelFormats.BGR:u565"), (std::vector{Blue, Green, Red}));
   EXPECT_EQ(types("vorna.PixelFormats.YUV:i422a"), (std::vector{Grey, UvU, UvV}));
   EXPECT_EQ(types("vorna.PixelFormats.YUV:i422b"), (std::vector{Grey, UvV, UvU}));
-  EXPECT_EQ(types("vorna.PixelFormats.ACMYK_INV:u8"),
-            (std::vector{Alpha, CmykIC, CmykIM, CmykIY, CmykIK}));
 
   const PixelFormat& yuv = Format("vorna.PixelFormats.YUV:i422a");
   EXPECT_EQ(yuv.bitsPerPixel, 16);
   EXPECT_EQ(yuv.packedPixelCount, 2);
-  EXPECT_EQ(Format("vorna.PixelFormats.BGR:u8").bitsPerPixel, 24);
   EXPECT_EQ(Format("vorna.PixelFormats.BGR:u555").bitsPerPixel, 16);
-  EXPECT_EQ(Format("vorna.PixelFormats.RGBA:f16").bitsPerPixel, 64);
   EXPECT_EQ(Format("vorna.PixelFormats.Indexed:u3bit").bitsPerPixel, 3);
   EXPECT_EQ(Format("vorna.PixelFormats.Dynamic:RedGreenS16").Channels()[1].dataType,
             ChannelDataType::Signed);
-  EXPECT_EQ(Format("vorna.PixelFormats.GREYA:f16").Channels()[0].dataType, ChannelDataType::Float);
 }
 
 TEST(PixelFormatCatalogue, AlphaComesOnlyWithAnAlphaChannel) {
   EXPECT_TRUE(Format("vorna.PixelFormats.BGRA:u8").hasAlpha);
   EXPECT_TRUE(Format("vorna.PixelFormats.ARGB:u1555").hasAlpha);
-  EXPECT_TRUE(Format("vorna.PixelFormats.ALPHA:f32").hasAlpha);
   EXPECT_TRUE(Format("vorna.PixelFormats.AGREY:u8").hasAlpha);
   EXPECT_FALSE(Format("vorna.PixelFormats.BGRX:u8").hasAlpha);
-  EXPECT_FALSE(Format("vorna.PixelFormats.XRGB:u8").hasAlpha);
   EXPECT_FALSE(Format("vorna.PixelFormats.YUV:i422a").hasAlpha);
-  EXPECT_FALSE(Format("vorna.PixelFormats.CMYK:u8").hasAlpha);
 }
 
 TEST(PixelFormatCatalogue, ColourSpacesAndDefaultProfiles) {
@@ -182,7 +153,6 @@ TEST(PixelFormatCatalogue, ColourSpacesAndDefaultProfiles) {
     EXPECT_EQ(Format(id).defaultColorProfile, profile) << id;
   };
   expect("vorna.PixelFormats.BGRX:u8", ColorSpace::Rgb, ColorProfile::Srgb);
-  expect("vorna.PixelFormats.RGB:u16", ColorSpace::Rgb, ColorProfile::Srgb);
   expect("vorna.PixelFormats.RGB:f16", ColorSpace::Rgb, ColorProfile::LinearRgb);
   expect("vorna.PixelFormats.RGBA:f32", ColorSpace::Rgb, ColorProfile::LinearRgb);
   expect("vorna.PixelFormats.RGB:rgbe", ColorSpace::Rgb, ColorProfile::LinearRgb);
@@ -191,7 +161,6 @@ TEST(PixelFormatCatalogue, ColourSpacesAndDefaultProfiles) {
   expect("vorna.PixelFormats.ALPHA:f32", ColorSpace::Alpha, ColorProfile::None);
   expect("vorna.PixelFormats.CMYK_INV:f32", ColorSpace::Cmyk, ColorProfile::Cmyk);
   expect("vorna.PixelFormats.YUV:i422b", ColorSpace::Yuv, ColorProfile::Yuv);
-  expect("vorna.PixelFormats.Dynamic:RedF16", ColorSpace::Rgb, ColorProfile::LinearRgb);
 }
 
 TEST(ImageVocabulary, NameListsAreComplete) {
@@ -202,34 +171,7 @@ TEST(ImageVocabulary, NameListsAreComplete) {
   EXPECT_EQ(kPixelStorageNames.size(), 5u);
 
   EXPECT_EQ(Name(ChannelType::CmykIC), "CMYK_iC");
-  EXPECT_EQ(Name(ChannelType::Bg), "BG");
-  EXPECT_EQ(Name(ChannelType::Unknown), "Unknown");
-  EXPECT_EQ(Name(ColorSpace::Alpha), "alpha");
   EXPECT_EQ(Name(ColorProfile::LinearGrey), "linear_grey");
-  EXPECT_EQ(kPixelBlendNames.back(), "hardmix");
-  EXPECT_EQ(kPixelStorageNames.back(), "deepimage");
-}
-
-TEST(ImageVocabulary, NamesAreDistinctWithinEachList) {
-  const auto distinct = [](auto names) {
-    std::sort(names.begin(), names.end());
-    return std::adjacent_find(names.begin(), names.end()) == names.end();
-  };
-  EXPECT_TRUE(distinct(kChannelTypeNames));
-  EXPECT_TRUE(distinct(kColorSpaceNames));
-  EXPECT_TRUE(distinct(kColorProfileNames));
-  EXPECT_TRUE(distinct(kPixelBlendNames));
-  EXPECT_TRUE(distinct(kPixelStorageNames));
-}
-
-TEST(ImageVocabulary, ColourSpacesNameTheirProfiles) {
-  EXPECT_EQ(DefaultNonlinearProfile(ColorSpace::Rgb), ColorProfile::Srgb);
-  EXPECT_EQ(DefaultLinearProfile(ColorSpace::Rgb), ColorProfile::LinearRgb);
-  EXPECT_EQ(DefaultNonlinearProfile(ColorSpace::Grey), ColorProfile::Sgrey);
-  EXPECT_EQ(DefaultLinearProfile(ColorSpace::Grey), ColorProfile::LinearGrey);
-  EXPECT_EQ(DefaultLinearProfile(ColorSpace::Cmyk), ColorProfile::Cmyk);
-  EXPECT_EQ(DefaultLinearProfile(ColorSpace::Yuv), ColorProfile::Yuv);
-  EXPECT_EQ(DefaultNonlinearProfile(ColorSpace::Alpha), ColorProfile::None);
 }
 
 }  // namespace

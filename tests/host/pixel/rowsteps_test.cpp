@@ -81,18 +81,6 @@ TEST(RowSteps, YuvReadDownAColumnTakesTheFirstPixelOfEachRow) {
   EXPECT_EQ(out, (Bytes{10, 205, 20, 105, 30, 220}));
 }
 
-TEST(RowSteps, YuvReadForwardsToItselfIsACopy) {
-  Bytes out(12, 0x55);
-  Converter(kYuy2, kYuy2)(out.data(), kThreePairs.data(), 6, 16);
-  EXPECT_EQ(out, kThreePairs);
-}
-
-TEST(RowSteps, YuvSwapsItsChromaBetweenLayouts) {
-  Bytes out(12, 0x55);
-  Converter(kYuy2, kYvyu)(out.data(), kThreePairs.data(), 6, 16);
-  EXPECT_EQ(out, (Bytes{10, 200, 11, 100, 20, 210, 21, 110, 30, 220, 31, 120}));
-}
-
 // A format to itself copies every byte of each pixel, padding included, along any step.
 TEST(RowSteps, CopyAlongAStepKeepsEveryByte) {
   const Bytes bgrx = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
