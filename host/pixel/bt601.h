@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "rgba8.h"
@@ -84,12 +85,40 @@ constexpr ChromaTerms TermsOf(uint8_t u, uint8_t v) {
   return {kRv * cr + kHalf, kHalf - kGu * cb - kGv * cr, kBu * cb + kHalf};
 }
 
-constexpr uint8_t Clamp(int32_t scaled) {
-  return static_cast<uint8_t>(std::clamp(scaled >> kShift, 0, 255));
+constexpr int32_t LumaTerm(uint8_t y) { return kLuma * (y - 16); }
+
+// Clamping to 0-255 by a table, which is faster than comparing in the hot loop. Decoded
+// components before clamping lie within about -280..540; the table covers that and more.
+constexpr int32_t kClampBias = 384;
+constexpr int32_t kClampSize = 1024;
+
+constexpr std::array<uint8_t, kClampSize> kClampTable = [] {
+  std::array<uint8_t, kClampSize> table{};
+  for (int32_t i = 0; i < kClampSize; ++i) {
+    table[i] = static_cast<uint8_t>(std::clamp(i - kClampBias, 0, 255));
+  }
+  return table;
+}();
+
+constexpr uint8_t Clamp(int32_t scaled) { return kClampTable[(scaled >> kShift) + kClampBias]; }
+
+// The sums are linear in Y, U and V, so their extremes lie at the corners of the cube.
+constexpr bool ClampTableCoversEveryInput() {
+  for (int corner = 0; corner < 8; ++corner) {
+    const ChromaTerms terms = TermsOf(corner & 2 ? 255 : 0, corner & 4 ? 255 : 0);
+    const int32_t luma = LumaTerm(corner & 1 ? 255 : 0);
+    for (int32_t sum : {luma + terms.r, luma + terms.g, luma + terms.b}) {
+      const int32_t index = (sum >> kShift) + kClampBias;
+      if (index < 0 || index >= kClampSize) return false;
+    }
+  }
+  return true;
 }
 
+static_assert(ClampTableCoversEveryInput());
+
 constexpr Rgba8 Decode(uint8_t y, ChromaTerms terms) {
-  const int32_t luma = kLuma * (y - 16);
+  const int32_t luma = LumaTerm(y);
   return {Clamp(luma + terms.r), Clamp(luma + terms.g), Clamp(luma + terms.b), 255};
 }
 
