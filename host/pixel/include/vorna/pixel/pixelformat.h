@@ -23,6 +23,10 @@ inline constexpr int32_t kMaxChannels = 5;
 // 11-15, as a little-endian word). Unused bits are `Unused` channels, so that the channel
 // bits add up to the bits of a pixel.
 //
+// The default colour profile follows the data: floating-point colour channels hold linear
+// light (`linear_rgb`, `linear_grey`), integer ones are gamma encoded (`srgb`, `sgrey`); `rgbe`
+// counts as linear. CMYK formats have `cmyk`, YUV `yuv`, alpha-only formats `none`.
+//
 // The 4:2:2 YUV formats keep two pixels in one 32-bit unit, Y0 C1 Y1 C2 in bytes, and report
 // 16 bits per pixel with a packed pixel count of 2. Their channels describe the first pixel
 // of the unit: luma as `Grey` at bit 0, then the chroma that follows it at bit 8 and the
