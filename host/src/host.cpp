@@ -32,6 +32,7 @@ void RegisterProviders() {
   RegisterExtensionPointProvider();
   RegisterStringProviders();
   RegisterSystemWindowsProvider();
+  RegisterDataDictionaryProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which
@@ -53,6 +54,7 @@ Result<void> Start(const HostOptions& options) {
   ServeOwnClientLayer();
   CreateRegistries();
   PublishReferenceTypes();
+  PublishDataTypes();
   Result<LoadedModule*> own = AttachRecords(&g_privateModules, "host", nullptr);
   if (own.IsError()) return own.GetErrorResult();
   g_hostRecords = own.GetValue();

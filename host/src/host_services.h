@@ -9,5 +9,7 @@ void RegisterExtensionPointProvider();
 void RegisterStringProviders();
 void RegisterStringConversionProvider();
 void RegisterSystemWindowsProvider();
+void RegisterDataDictionaryProvider();
+void PublishDataTypes();
 
 }  // namespace vorna::host

@@ -1,0 +1,27 @@
+#include "vorna/translationunit.h"
+
+#include "vorna/datadictionary.h"
+
+namespace vorna {
+
+VORNA_DEFINE_STATIC_INTERFACE(DataDictionaryInterface, nullptr, &DataDictionaryInterface::Table::Set,
+                              &DataDictionaryInterface::Table::Get);
+
+Result<void> DataDictionary::Set(const ConstDataPtr& key, const ForwardingDataPtr& value) {
+  void* block = MakeWritable();
+  if (!block) return ErrorResult{PrivateGetNullReturnError(1)};
+  return DataDictionaryInterface::_table.Set(block, key, value);
+}
+
+Result<Data> DataDictionary::Get(const ConstDataPtr& key) const {
+  if (!_block) return CreateError(RESULTBASE_LOCATION, 3);
+  return DataDictionaryInterface::_table.Get(_block, key);
+}
+
+Bool DataDictionary::Erase(const ConstDataPtr& key) {
+  if (!_block) return false;
+  void* block = MakeWritable();
+  return block && DataDictionaryInterface::_table.Erase(block, key);
+}
+
+}  // namespace vorna
