@@ -10,6 +10,7 @@
 #include "providers.h"
 #include "reference_types.h"
 #include "registries.h"
+#include "string_coders.h"
 #include "vorna/errorbase.h"
 #include "vorna/formatstring.h"
 #include "vorna/module.h"
@@ -59,6 +60,7 @@ Result<void> Start(const HostOptions& options) {
   if (own.IsError()) return own.GetErrorResult();
   g_hostRecords = own.GetValue();
   CreateErrorClasses();
+  PublishStringCoders();
   return OK;
 }
 

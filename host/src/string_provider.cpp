@@ -7,8 +7,10 @@
 #include "host_services.h"
 #include "host_strings.h"
 #include "providers.h"
+#include "string_coders.h"
 #include "text_codec.h"
 #include "vorna/errorbase.h"
+#include "vorna/formatstring.h"
 #include "vorna/refcounter.h"
 #include "vorna/string.h"
 
@@ -60,13 +62,42 @@ const void* FromLiteral(const Char* text, Int length, Int) {
   return block;
 }
 
-Result<void> SetCString(void* block, const Char* text, Int length, const void*) {
+ErrorResult UnsupportedCoder(CoderKind kind) {
+  String message = FormatToString("The string coding @ is not supported.", NameOfCoder(kind));
+  return RaiseError(g_UnsupportedOperationErrorObject, STRING_LOCATION, &message);
+}
+
+// Bytes to code points: UTF-8 (the system code page is UTF-8 here), 8-bit as Latin-1,
+// UTF-16 as little-endian pairs.
+Result<void> Decode(CoderKind kind, const Char* text, Int length, BaseArray<Utf32Char>& chars) {
+  Bool ok = true;
+  switch (kind) {
+    case CoderKind::UTF8:
+    case CoderKind::SYSTEM_CODE_PAGE:
+      ok = DecodeUtf8(text, length, chars);
+      break;
+    case CoderKind::BIT8:
+      for (Int i = 0; i < length && ok; ++i) ok = chars.Append(Utf32Char(UChar(text[i]))) != nullptr;
+      break;
+    case CoderKind::UTF16: {
+      BaseArray<Utf16Char> units;
+      for (Int i = 0; i + 1 < length && ok; i += 2)
+        ok = units.Append(Utf16Char(UChar(text[i]) | (UChar(text[i + 1]) << 8))) != nullptr;
+      ok = ok && DecodeUtf16(units.GetData(), units.GetCount(), chars);
+      break;
+    }
+    default:
+      return UnsupportedCoder(kind);
+  }
+  return ok ? OK : Result<void>(CreateError(STRING_LOCATION, 0));
+}
+
+Result<void> SetCString(void* block, const Char* text, Int length, const void* decoding) {
   auto& chars = AsString(block)->chars;
   chars.Flush();
   if (!text) return OK;
   if (length < 0) length = Int(std::strlen(text));
-  if (!DecodeUtf8(text, length, chars)) return CreateError(STRING_LOCATION, 0);
-  return OK;
+  return Decode(KindOfCoder(decoding), text, length, chars);
 }
 
 Int Utf16Length(const Utf16Char* text) {
@@ -104,10 +135,32 @@ Bool Append(void* block, const void* other) {
 
 Bool AppendCString(void* block, const Char* text, Int length) { return DecodeUtf8(text, length, AsString(block)->chars); }
 
-Result<void*> GetCString(const void* block, const void*) {
+// Code points to bytes, the reverse of Decode; 8-bit writes "?" for what Latin-1 lacks.
+Result<void> Encode(CoderKind kind, const BaseArray<Utf32Char>& chars, BaseArray<Char>& bytes) {
+  Bool ok = true;
+  switch (kind) {
+    case CoderKind::UTF8:
+    case CoderKind::SYSTEM_CODE_PAGE:
+      ok = EncodeUtf8(chars.GetData(), chars.GetCount(), bytes);
+      break;
+    case CoderKind::BIT8:
+      for (Utf32Char c : chars) ok = ok && bytes.Append(Char(c < 256 ? c : '?')) != nullptr;
+      break;
+    case CoderKind::UTF16: {
+      BaseArray<Utf16Char> units;
+      ok = EncodeUtf16(chars.GetData(), chars.GetCount(), units);
+      for (Utf16Char u : units) ok = ok && bytes.Append(Char(u & 0xFF)) && bytes.Append(Char(u >> 8));
+      break;
+    }
+    default:
+      return UnsupportedCoder(kind);
+  }
+  return ok ? OK : Result<void>(CreateError(STRING_LOCATION, 0));
+}
+
+Result<void*> GetCString(const void* block, const void* encoding) {
   BaseArray<Char> bytes;
-  const auto& chars = AsString(block)->chars;
-  if (!EncodeUtf8(chars.GetData(), chars.GetCount(), bytes)) return CreateError(STRING_LOCATION, 0);
+  VORNA_RETURN_ON_ERROR(Encode(KindOfCoder(encoding), AsString(block)->chars, bytes));
   void* result = NewCStringBlock(bytes.GetData(), bytes.GetCount());
   if (!result) return CreateError(STRING_LOCATION, 0);
   return result;

@@ -15,16 +15,16 @@ Int SequenceLength(UChar byte) {
   return 0;
 }
 
-Utf32Char DecodeSequence(const UChar* p, Int n) {
+// The code point of a sequence of n bytes; false when it is ill-formed.
+Bool DecodeSequence(const UChar* p, Int n, Utf32Char& c) {
   static constexpr UChar LEAD_MASK[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
-  Utf32Char c = p[0] & LEAD_MASK[n];
+  c = p[0] & LEAD_MASK[n];
   for (Int i = 1; i < n; ++i) {
-    if ((p[i] & 0xC0) != 0x80) return REPLACEMENT;
+    if ((p[i] & 0xC0) != 0x80) return false;
     c = (c << 6) | (p[i] & 0x3F);
   }
   static constexpr Utf32Char MINIMUM[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (c < MINIMUM[n] || c > 0x10FFFF || (c >= 0xD800 && c < 0xE000)) return REPLACEMENT;
-  return c;
+  return c >= MINIMUM[n] && c <= 0x10FFFF && !(c >= 0xD800 && c < 0xE000);
 }
 
 }  // namespace
@@ -32,12 +32,12 @@ Utf32Char DecodeSequence(const UChar* p, Int n) {
 Bool DecodeUtf8(const Char* text, Int length, BaseArray<Utf32Char>& out) {
   const auto* p = reinterpret_cast<const UChar*>(text);
   for (Int i = 0; i < length;) {
+    // An ill-formed sequence costs its lead byte only, so what follows is not lost.
     Int n = SequenceLength(p[i]);
     Utf32Char c = REPLACEMENT;
-    if (n == 0 || i + n > length) {
+    if (n == 0 || i + n > length || !DecodeSequence(p + i, n, c)) {
+      c = REPLACEMENT;
       n = 1;
-    } else {
-      c = DecodeSequence(p + i, n);
     }
     if (!out.Append(c)) return false;
     i += n;

@@ -203,7 +203,7 @@ constexpr ObjectDefinitionRecord MakeDefinitionRecord(ObjectCreateFunction creat
 #define VORNA_COMPONENT_CLASS(C, CLASS_VAR, DOTTED_ID, COMPONENT_NAME, BASE_USE, IFACE, ...)                 \
   static constinit const ::vorna::InterfaceRecord* const VORNA_CONCAT(C, _interfaces)[] = {IFACE, nullptr};   \
   static ::vorna::Bool VORNA_CONCAT(C, _initMethods)(::vorna::ClassHandle * cls, ::vorna::ClassRecord * record) { \
-    using Self = C;                                                                                          \
+    using Self [[maybe_unused]] = C;                                                                         \
     (void)cls;                                                                                               \
     (void)record;                                                                                            \
     return ::vorna::AllTrue({true __VA_OPT__(, ) __VA_ARGS__});                                               \

@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "vorna/stringencoding.h"
+
 namespace vorna {
 
 VORNA_DEFINE_STATIC_INTERFACE(StringInterface, nullptr, &StringInterface::Table::SetCString,
@@ -24,6 +26,7 @@ String String::FromLiteral(const Char* text) {
 Result<void> String::SetCString(const Char* text, Int length, const void* decoding) {
   void* block = MakeWritable();
   if (!block) return ErrorResult{PrivateGetNullReturnError(1)};
+  if (!decoding) decoding = GetUtf8DefaultDecoder().GetPointer();
   return StringInterface::_table.SetCString(block, text, length, decoding);
 }
 
