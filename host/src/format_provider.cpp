@@ -121,6 +121,19 @@ String FloatToString(Float64 value, Int, Int, Char fill, const FormatStatement* 
   return FromText(text);
 }
 
+// A GUID's 16 bytes in the registry form: 8-4-4-4-12 hexadecimal digits, the first
+// three groups little-endian words as the platform lays them out.
+String GuidToString(const void* guid, Int braces, Int upperCase, Int) {
+  const auto* b = static_cast<const UChar*>(guid);
+  UInt32 data1 = UInt32(b[0]) | UInt32(b[1]) << 8 | UInt32(b[2]) << 16 | UInt32(b[3]) << 24;
+  unsigned data2 = b[4] | b[5] << 8, data3 = b[6] | b[7] << 8;
+  char text[40];
+  std::snprintf(text, sizeof(text),
+                upperCase ? "%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X" : "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x",
+                data1, data2, data3, b[8], b[9], b[10], b[11], b[12], b[13], b[14], b[15]);
+  return FromText(braces ? std::string("{") + text + "}" : std::string(text));
+}
+
 // Appends the text of one argument; false when out of memory.
 Bool AppendArgument(String& out, const void* value, FormatConverter converter, const std::string& statementText) {
   FormatStatement statement;
@@ -172,6 +185,7 @@ StringConversion::Table MakeTable() {
   table.IntToString = &IntToString;
   table.UIntToString = &UIntToString;
   table.GetStatementValue = &GetStatementValue;
+  table.GuidToString = &GuidToString;
   return table;
 }
 

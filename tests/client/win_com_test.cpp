@@ -66,5 +66,11 @@ TEST(PropVariantToInt64Test, OtherTypesAreAnIllegalArgument) {
   EXPECT_EQ(ErrorOf(result.GetError()).GetLocation().line, 76);
 }
 
+TEST(GuidFormatTest, RegistryFormInUpperCase) {
+  const GUID rotation = {0xC380465D, 0x2271, 0x428C, {0x9B, 0x83, 0xEC, 0xEA, 0x3B, 0x4A, 0x85, 0xC1}};
+  Result<CString> text = FormatToString("subtype @", rotation).GetCString();
+  EXPECT_STREQ(text.GetValue().GetCString(), "subtype {C380465D-2271-428C-9B83-ECEA3B4A85C1}");
+}
+
 }  // namespace
 }  // namespace vorna

@@ -15,6 +15,20 @@ namespace vorna {
 inline constexpr SourceLocation WIN_COM_CHECK_LOCATION{"../../../frameworks/core.framework/source/vorna/win_com", 37, 0};
 inline constexpr SourceLocation WIN_COM_ARGUMENT_LOCATION{"../../../frameworks/core.framework/source/vorna/win_com", 76, 0};
 
+// GUIDs in messages: the registry form with braces in upper case; a null address
+// gives "nullptr".
+template <>
+struct FormatConverterOf<GUID> {
+  static void Convert(String& out, const void* value, const FormatStatement*) {
+    if (!value) {
+      out.Reset();
+      (void)out.SetCString("nullptr");
+      return;
+    }
+    out = StringConversion::_table.GuidToString(value, 1, 1, 0);
+  }
+};
+
 // The failure path of CheckHResult: the status's text in an illegal-state error.
 [[gnu::noinline, gnu::cold]] inline ErrorResult RaiseHResultError(HRESULT hr) {
   _com_error error(hr, nullptr, false);
