@@ -4,7 +4,6 @@
 #include "media_win_mf.h"
 
 #include "media_foundation_startup.h"
-#include "module_stage.h"
 #include "vorna/configuration.h"
 
 namespace tessel {
@@ -14,7 +13,7 @@ VORNA_CONFIG_BOOL(g_mediaFoundationDisableHardwareYUVtoRGB, false,
 VORNA_CONFIG_BOOL(g_mediaFoundationUseMSUrlReader, false,
                   "uses the original microsoft url reader instead our own byte stream reader.");
 
-TESSEL_STAGE(g_importStartup, "COM apartment and MFStartup for the import", &StartMediaFoundation,
+VORNA_INITIALIZATION_STAGE(g_importStartup, "COM apartment and MFStartup for the import", &StartMediaFoundation,
              &StopMediaFoundation);
 
 }  // namespace tessel

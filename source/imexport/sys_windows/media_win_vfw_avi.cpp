@@ -3,7 +3,6 @@
 
 #include <vfw.h>
 
-#include "module_stage.h"
 #include "vorna/system_win.h"
 
 namespace tessel {
@@ -23,6 +22,6 @@ void StopAviFile() {
 
 }  // namespace
 
-TESSEL_STAGE(g_aviStartup, "COM apartment and AVIFileInit", &StartAviFile, &StopAviFile);
+VORNA_INITIALIZATION_STAGE(g_aviStartup, "COM apartment and AVIFileInit", &StartAviFile, &StopAviFile);
 
 }  // namespace tessel

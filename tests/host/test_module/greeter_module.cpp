@@ -49,20 +49,8 @@ vorna::Result<void> SecondUp() {
 }
 void SecondDown() { vorna::DiagnosticOutput(vorna::OUTPUT_DIAGNOSTIC, "greeter stage 2 down", __LINE__, __FILE__); }
 
-vorna::InitializationRecord MakeStage(const vorna::Char* id, vorna::Result<void> (*init)(), void (*free)()) {
-  vorna::InitializationRecord record{};
-  record.kind = vorna::UInt32(vorna::EntityKind::INITIALIZATION);
-  record.id = vorna::Id(id);
-  record.flags = vorna::entityflags::RESOLVE | vorna::entityflags::DEFINITION;
-  record.init = init;
-  record.free = free;
-  return record;
-}
-
-vorna::InitializationRecord g_firstStage = MakeStage("first", &FirstUp, &FirstDown);
-vorna::InitializationRecord g_secondStage = MakeStage("second", &SecondUp, &SecondDown);
-const bool g_stagesLinked = (vorna::LinkDefinition(&g_firstStage, &g_translationUnit),
-                             vorna::LinkDefinition(&g_secondStage, &g_translationUnit), true);
+VORNA_INITIALIZATION_STAGE(g_firstStage, "first", &FirstUp, &FirstDown);
+VORNA_INITIALIZATION_STAGE(g_secondStage, "second", &SecondUp, &SecondDown);
 
 }  // namespace
 

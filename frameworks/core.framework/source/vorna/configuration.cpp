@@ -30,12 +30,7 @@ void FreeConfigurations() {
     if (g_table[i].state == 3 || g_table[i].state == 4) g_table[i].state = 0;
 }
 
-constinit InitializationRecord g_configurationStage{
-    {UInt32(EntityKind::INITIALIZATION), Id("configuration"), nullptr, 0,
-     entityflags::RESOLVE | entityflags::DEFINITION, nullptr, nullptr},
-    &RegisterConfigurations,
-    &FreeConfigurations};
-const bool g_configurationStageLinked = (LinkDefinition(&g_configurationStage, &g_translationUnit), true);
+VORNA_INITIALIZATION_STAGE(g_configurationStage, "configuration", &RegisterConfigurations, &FreeConfigurations);
 
 }  // namespace
 

@@ -80,7 +80,25 @@ constexpr TranslationUnitRecord MakeUnitRecord(const Char* path, TranslationUnit
   return unit;
 }
 
+constexpr InitializationRecord MakeInitializationRecord(const Char* description, Result<void> (*init)(),
+                                                      void (*free)()) {
+  InitializationRecord record{};
+  record.kind = UInt32(EntityKind::INITIALIZATION);
+  record.id = Id(description);
+  record.flags = entityflags::RESOLVE | entityflags::DEFINITION;
+  record.init = init;
+  record.free = free;
+  return record;
+}
+
 }  // namespace vorna
+
+// Defines VAR, a start-up stage of this source file: INIT runs when the host brings
+// the library up, FREE when it takes it down; DESCRIPTION says what they do. In a
+// source file that includes vorna/translationunit.h.
+#define VORNA_INITIALIZATION_STAGE(VAR, DESCRIPTION, INIT, FREE)                                       \
+  constinit ::vorna::InitializationRecord VAR = ::vorna::MakeInitializationRecord(DESCRIPTION, INIT, FREE); \
+  static const bool VORNA_CONCAT(VAR, _linked) = (::vorna::LinkDefinition(&VAR, &g_translationUnit), true)
 
 // Declares the module of this library: its id and the ids of the modules it needs.
 // Goes into the module's register unit.
