@@ -28,10 +28,16 @@ HRESULT VideoConverter::Convert(const AVFrame& frame, const VideoOutput& output,
                                             nullptr);
   scaler_.reset(scaler);
   if (!scaler_) return MF_E_INVALIDMEDIATYPE;
-  const int* coefficients = sws_getCoefficients(ColorspaceOf(frame));
-  int fullRange = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
-  sws_setColorspaceDetails(scaler_.get(), coefficients, fullRange, sws_getCoefficients(SWS_CS_DEFAULT), 1, 0,
-                           1 << 16, 1 << 16);
+  // The frame's own matrix and range; the output keeps what the scaler chose for it.
+  int* sourceTable = nullptr;
+  int* targetTable = nullptr;
+  int sourceRange = 0, targetRange = 0, brightness = 0, contrast = 0, saturation = 0;
+  if (sws_getColorspaceDetails(scaler_.get(), &sourceTable, &sourceRange, &targetTable, &targetRange, &brightness,
+                               &contrast, &saturation) >= 0) {
+    sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(ColorspaceOf(frame)),
+                             frame.color_range == AVCOL_RANGE_JPEG ? 1 : sourceRange, targetTable, targetRange,
+                             brightness, contrast, saturation);
+  }
   uint8_t* planes[4] = {destination, nullptr, nullptr, nullptr};
   int pitches[4] = {int(layout.pitch), 0, 0, 0};
   int rows = sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, planes, pitches);
