@@ -19,7 +19,7 @@ struct Output {
 };
 
 const Output kOutputs[] = {
-    {"RGB32", &MFVideoFormat_RGB32, AV_PIX_FMT_BGR0, 4},       {"ARGB32", &MFVideoFormat_ARGB32, AV_PIX_FMT_BGRA, 4},
+    {"RGB32", &MFVideoFormat_RGB32, AV_PIX_FMT_BGRA, 4},       {"ARGB32", &MFVideoFormat_ARGB32, AV_PIX_FMT_BGRA, 4},
     {"RGB24", &MFVideoFormat_RGB24, AV_PIX_FMT_BGR24, 3},      {"RGB555", &MFVideoFormat_RGB555, AV_PIX_FMT_RGB555LE, 2},
     {"RGB565", &MFVideoFormat_RGB565, AV_PIX_FMT_RGB565LE, 2}, {"YUY2", &MFVideoFormat_YUY2, AV_PIX_FMT_YUYV422, 2},
     {"YVYU", &MFVideoFormat_YVYU, AV_PIX_FMT_YVYU422, 2},
