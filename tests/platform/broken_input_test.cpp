@@ -100,6 +100,15 @@ TEST(InjectedFailures, RefusedAdvancedProcessingLeavesPlainProcessing) {
   TesselPlatformRefuseAdvancedVideoProcessing(0);
 }
 
+TEST(PlatformState, AsynchronousReadersAreRefused) {
+  Com<IMFAttributes> attributes;
+  MFCreateAttributes(&attributes, 1);
+  attributes->SetUnknown(MF_SOURCE_READER_ASYNC_CALLBACK, attributes.Get());
+  Com<IMFSourceReader> reader;
+  EXPECT_EQ(MFCreateSourceReaderFromURL(Wide(ClipPath(kMovieAac.name)).c_str(), attributes.Get(), &reader), E_NOTIMPL);
+  attributes->DeleteAllItems();
+}
+
 TEST(PlatformState, ReadersNeedTheStartedPlatform) {
   ASSERT_EQ(MFShutdown(), S_OK);
   HRESULT hr = S_OK;
