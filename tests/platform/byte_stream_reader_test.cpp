@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <climits>
+#include <thread>
 
 #include "fixtures.h"
 #include "reader_support.h"
@@ -13,8 +14,31 @@ namespace {
 
 using namespace tessel::fixtures;
 
-// A file byte stream with knobs: hide seeking, refuse BeginRead, fail reads after a
-// number of bytes; counts what the reader asks of it.
+// The count of one read done on a thread of the stream's own, as a byte stream that
+// bridges to a synchronous source does it.
+class ThreadRead final : public IUnknown {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+    if (riid != IID_IUnknown) return E_NOINTERFACE;
+    *object = this;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    ULONG left = --refs_;
+    if (left == 0) delete this;
+    return left;
+  }
+  std::atomic<ULONG> bytes{0};
+
+ private:
+  std::atomic<ULONG> refs_{1};
+};
+
+// A file byte stream with knobs: hide seeking, refuse BeginRead or serve it on a thread
+// of its own through MFInvokeCallback, cut reads short, fail reads after a number of
+// bytes; counts what the reader asks of it.
 class WrappedStream final : public IMFByteStream {
  public:
   struct Knobs {
@@ -22,6 +46,7 @@ class WrappedStream final : public IMFByteStream {
     bool asyncReads = true;
     uint64_t failAfter = UINT64_MAX;
     ULONG maxRead = UINT32_MAX;  // longer reads come back short
+    bool ownThread = false;      // BeginRead reads on a new thread, then MFInvokeCallback
   };
 
   WrappedStream(const std::string& clip, Knobs knobs) : knobs_(knobs) {
@@ -67,9 +92,30 @@ class WrappedStream final : public IMFByteStream {
                                       IUnknown* state) override {
     if (!knobs_.asyncReads) return E_NOTIMPL;
     ++beginReads;
-    return inner_->BeginRead(buffer, std::min(count, knobs_.maxRead), callback, state);
+    if (!knobs_.ownThread) return inner_->BeginRead(buffer, std::min(count, knobs_.maxRead), callback, state);
+    auto* outcome = new ThreadRead();
+    IMFAsyncResult* result = nullptr;
+    HRESULT hr = MFCreateAsyncResult(outcome, callback, state, &result);
+    outcome->Release();
+    if (FAILED(hr)) return hr;
+    AddRef();
+    std::thread([this, result, outcome, buffer, count] {
+      ULONG read = 0;
+      result->SetStatus(Read(buffer, count, &read));
+      outcome->bytes = read;
+      MFInvokeCallback(result);
+      result->Release();
+      Release();
+    }).detach();
+    return S_OK;
   }
   HRESULT STDMETHODCALLTYPE EndRead(IMFAsyncResult* result, ULONG* read) override {
+    if (knobs_.ownThread) {
+      Com<IUnknown> object;
+      HRESULT hr = result->GetObject(&object);
+      *read = SUCCEEDED(hr) ? static_cast<ThreadRead*>(object.Get())->bytes.load() : 0;
+      return hr;
+    }
     HRESULT hr = inner_->EndRead(result, read);
     delivered_ += *read;
     return Failing() ? E_FAIL : hr;
@@ -140,6 +186,18 @@ TEST(ByteStreamReader, GivesTheSameSamplesAsReadingByPath) {
   EXPECT_EQ(byStream.firstRows, byPath.firstRows);
   EXPECT_EQ(byStream.soundTimes, byPath.soundTimes);
   EXPECT_GT(stream->beginReads.load(), 0) << "reads ahead asynchronously";
+  reader.Reset();
+  stream->Release();
+}
+
+TEST(ByteStreamReader, ReadsFinishedOnTheStreamsOwnThreadArriveThroughTheWorkQueue) {
+  auto* stream = new WrappedStream(kMovieAac.name, {true, true, UINT64_MAX, 8192, true});
+  HRESULT hr;
+  auto reader = OpenThrough(stream, &hr);
+  ASSERT_EQ(hr, S_OK);
+  auto reading = ReadEverything(reader.Get());
+  EXPECT_EQ(reading.frames.size(), size_t(kMovieAac.frames));
+  EXPECT_GT(stream->beginReads.load(), 5);
   reader.Reset();
   stream->Release();
 }
