@@ -14,22 +14,25 @@ if [ ! -s "$clip" ]; then
     -c:v libx264 -preset veryfast -crf 20 -g 30 -pix_fmt yuv420p "$clip"
 fi
 
+# Wall-clock seconds of a command; its output goes to $work/last_output.
 seconds_of() {
   local start end
   start=$(date +%s.%N)
-  "$@" >/dev/null 2>&1
+  "$@" >"$work/last_output" 2>&1
   end=$(date +%s.%N)
-  echo "$end - $start" | bc -l
+  awk -v a="$start" -v b="$end" 'BEGIN { print b - a }'
 }
+
+divide() { awk -v a="$1" -v b="$2" 'BEGIN { print a / b }'; }
 
 frames=$(ffprobe -v error -select_streams v:0 -count_packets -show_entries stream=nb_read_packets \
   -of csv=p=0 "$clip")
 ffmpeg_seconds=$(seconds_of ffmpeg -hide_banner -nostdin -i "$clip" -pix_fmt bgra -f null -)
-read -r reader_frames _ _ < <("$program" "$clip")
 reader_seconds=$(seconds_of "$program" "$clip")
-reader_fps=$(echo "$reader_frames / $reader_seconds" | bc -l)
-ffmpeg_fps=$(echo "$frames / $ffmpeg_seconds" | bc -l)
+read -r reader_frames _ _ <"$work/last_output"
+reader_fps=$(divide "$reader_frames" "$reader_seconds")
+ffmpeg_fps=$(divide "$frames" "$ffmpeg_seconds")
 printf 'clip              %s (%d frames, 1920x1080 H.264)\n' "$clip" "$frames"
 printf 'ffmpeg bgra null  %8.1f fps\n' "$ffmpeg_fps"
 printf 'IMFSourceReader   %8.1f fps (%d frames in %.2f s)\n' "$reader_fps" "$reader_frames" "$reader_seconds"
-printf 'ratio             %8.2f (goal >= 0.90)\n' "$(echo "$reader_fps / $ffmpeg_fps" | bc -l)"
+printf 'ratio             %8.2f (goal >= 0.90)\n' "$(divide "$reader_fps" "$ffmpeg_fps")"
