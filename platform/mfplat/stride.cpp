@@ -8,15 +8,16 @@ namespace tessel::platform {
 
 namespace {
 
-// Wider rows than this belong to no real image.
+// Wider rows or more pixels than this belong to no real image.
 constexpr DWORD kMaxWidth = 1 << 16;
+constexpr uint64_t kMaxPixels = uint64_t(8192) * 8192;
 
 }  // namespace
 
 HRESULT LayoutForImage(DWORD fourCC, DWORD width, DWORD height, ImageLayout* layout) {
   const ImageFormat* format = FindImageFormat(fourCC);
   if (!format || width == 0 || height == 0) return E_INVALIDARG;
-  if (width > kMaxWidth || height > kMaxWidth) return E_OUTOFMEMORY;
+  if (width > kMaxWidth || height > kMaxWidth || uint64_t(width) * height > kMaxPixels) return E_OUTOFMEMORY;
   uint64_t pitch = uint64_t(width) * format->bytesPerPixel;
   if (format->rgb) pitch = (pitch + 3) & ~uint64_t(3);
   uint64_t bytes = pitch * height;

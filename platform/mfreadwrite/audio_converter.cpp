@@ -40,7 +40,7 @@ HRESULT AudioConverter::Prepare(const AVFrame& frame, const AudioOutput& output)
   av_channel_layout_uninit(&out);
   if (error >= 0) error = swr_init(resampler.get());
   av_channel_layout_uninit(&in);
-  if (error < 0) return MF_E_INVALIDMEDIATYPE;
+  if (error < 0) return MF_E_INVALID_STREAM_DATA;
   resampler_ = std::move(resampler);
   av_channel_layout_uninit(&inputLayout_);
   av_channel_layout_copy(&inputLayout_, &frame.ch_layout);

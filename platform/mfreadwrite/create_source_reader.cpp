@@ -15,9 +15,11 @@ bool PlatformStarted() {
   return counters.mfStartupCalls.load() > counters.mfShutdownCalls.load();
 }
 
+// Readers are synchronous only: a reader asked to call back is refused.
 HRESULT ProcessingFrom(IMFAttributes* attributes, VideoProcessing* processing) {
   *processing = VideoProcessing::kNone;
   if (!attributes) return S_OK;
+  if (attributes->GetItem(MF_SOURCE_READER_ASYNC_CALLBACK, nullptr) == S_OK) return E_NOTIMPL;
   if (MFGetAttributeUINT32(attributes, MF_SOURCE_READER_ENABLE_ADVANCED_VIDEO_PROCESSING, FALSE)) {
     HRESULT refused = GetCounters().refuseAdvancedProcessing.load();
     if (refused != 0) return refused;

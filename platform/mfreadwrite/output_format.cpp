@@ -18,7 +18,8 @@ struct VideoSubtype {
 const VideoSubtype kVideoSubtypes[] = {
     {&MFVideoFormat_YUY2, AV_PIX_FMT_YUYV422, VideoProcessing::kNone},
     {&MFVideoFormat_YVYU, AV_PIX_FMT_YVYU422, VideoProcessing::kNone},
-    {&MFVideoFormat_RGB32, AV_PIX_FMT_BGR0, VideoProcessing::kBasic},
+    // The unused byte of RGB32 is written as opaque alpha: the conversion's fast path.
+    {&MFVideoFormat_RGB32, AV_PIX_FMT_BGRA, VideoProcessing::kBasic},
     {&MFVideoFormat_ARGB32, AV_PIX_FMT_BGRA, VideoProcessing::kAdvanced},
     {&MFVideoFormat_RGB24, AV_PIX_FMT_BGR24, VideoProcessing::kAdvanced},
     {&MFVideoFormat_RGB555, AV_PIX_FMT_RGB555LE, VideoProcessing::kAdvanced},

@@ -14,9 +14,20 @@ namespace {
 // Outputs the decoder may refuse in a row before the stream counts as broken.
 constexpr int kMaxFailures = 4096;
 
-bool SameSubtype(IMFMediaType* a, IMFMediaType* b) {
+// Whether wanted asks for the stream as it is stored: its own subtype and, for sound,
+// no other sample size, rate or channel count.
+bool AsStored(IMFMediaType* wanted, IMFMediaType* native) {
   GUID x, y;
-  return SUCCEEDED(a->GetGUID(MF_MT_SUBTYPE, &x)) && SUCCEEDED(b->GetGUID(MF_MT_SUBTYPE, &y)) && x == y;
+  if (FAILED(wanted->GetGUID(MF_MT_SUBTYPE, &x)) || FAILED(native->GetGUID(MF_MT_SUBTYPE, &y)) || x != y) {
+    return false;
+  }
+  for (const GUID* key : {&MF_MT_AUDIO_BITS_PER_SAMPLE, &MF_MT_AUDIO_SAMPLES_PER_SECOND, &MF_MT_AUDIO_NUM_CHANNELS}) {
+    UINT32 asked = 0, stored = 0;
+    if (SUCCEEDED(wanted->GetUINT32(*key, &asked)) && (FAILED(native->GetUINT32(*key, &stored)) || asked != stored)) {
+      return false;
+    }
+  }
+  return true;
 }
 
 HRESULT NewSample(IMFMediaBuffer* buffer, int64_t time, int64_t duration, bool cleanPoint, IMFSample** sample) {
@@ -38,7 +49,7 @@ ReaderStream::ReaderStream(AVStream* stream, ComPtr<IMFMediaType> native)
 HRESULT ReaderStream::SetOutput(IMFMediaType* wanted, VideoProcessing processing) {
   GUID major;
   if (FAILED(wanted->GetGUID(MF_MT_MAJOR_TYPE, &major))) return MF_E_INVALIDMEDIATYPE;
-  if (SameSubtype(wanted, native_.Get())) {
+  if (AsStored(wanted, native_.Get())) {
     mode_ = Mode::kPackets;
     current_ = native_;
     return S_OK;
@@ -157,6 +168,7 @@ HRESULT ReaderStream::PullDecoded(Pulled* result, IMFSample** sample) {
     if (error < 0) continue;
     HRESULT hr = mode_ == Mode::kVideo ? MakeVideoSample(sample) : MakeAudioSample(frame_.get(), sample);
     av_frame_unref(frame_.get());
+    if (hr == MF_E_INVALID_STREAM_DATA) continue;  // a damaged frame that can't be converted is dropped
     if (FAILED(hr)) return hr;
     if (*sample) {
       failedPackets_ = 0;

@@ -19,19 +19,35 @@ int ColorspaceOf(const AVFrame& frame) {
 
 }  // namespace
 
+// The output keeps the matrix and range the scaler chose for it.
+void VideoConverter::MatchColorspace(const AVFrame& frame, bool newScaler) {
+  if (!newScaler && frame.colorspace == colorspace_ && frame.color_range == range_) return;
+  colorspace_ = frame.colorspace;
+  range_ = frame.color_range;
+  int* sourceTable = nullptr;
+  int* targetTable = nullptr;
+  int sourceRange = 0, targetRange = 0, brightness = 0, contrast = 0, saturation = 0;
+  if (sws_getColorspaceDetails(scaler_.get(), &sourceTable, &sourceRange, &targetTable, &targetRange, &brightness,
+                               &contrast, &saturation) < 0) {
+    return;
+  }
+  sws_setColorspaceDetails(scaler_.get(), sws_getCoefficients(ColorspaceOf(frame)),
+                           frame.color_range == AVCOL_RANGE_JPEG ? 1 : sourceRange, targetTable, targetRange,
+                           brightness, contrast, saturation);
+}
+
 HRESULT VideoConverter::Convert(const AVFrame& frame, const VideoOutput& output, uint8_t* destination) {
   if (frame.width <= 0 || frame.height <= 0 || frame.format < 0) return MF_E_INVALID_STREAM_DATA;
   const ImageLayout& layout = output.layout;
-  SwsContext* scaler = sws_getCachedContext(scaler_.release(), frame.width, frame.height,
-                                            static_cast<AVPixelFormat>(frame.format), int(layout.width),
-                                            int(layout.height), output.pixelFormat, SWS_BICUBIC, nullptr, nullptr,
-                                            nullptr);
-  scaler_.reset(scaler);
+  Shape shape{frame.width, frame.height, frame.format, int(layout.width), int(layout.height), output.pixelFormat};
+  bool newScaler = !scaler_ || !(shape == shape_);
+  if (newScaler) {
+    scaler_.reset(sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), shape.width,
+                                 shape.height, output.pixelFormat, SWS_BICUBIC, nullptr, nullptr, nullptr));
+    shape_ = shape;
+  }
   if (!scaler_) return MF_E_INVALIDMEDIATYPE;
-  const int* coefficients = sws_getCoefficients(ColorspaceOf(frame));
-  int fullRange = frame.color_range == AVCOL_RANGE_JPEG ? 1 : 0;
-  sws_setColorspaceDetails(scaler_.get(), coefficients, fullRange, sws_getCoefficients(SWS_CS_DEFAULT), 1, 0,
-                           1 << 16, 1 << 16);
+  MatchColorspace(frame, newScaler);
   uint8_t* planes[4] = {destination, nullptr, nullptr, nullptr};
   int pitches[4] = {int(layout.pitch), 0, 0, 0};
   int rows = sws_scale(scaler_.get(), frame.data, frame.linesize, 0, frame.height, planes, pitches);

@@ -6,7 +6,7 @@
 
 namespace {
 
-struct Spec {
+struct Directive {
   bool leftAlign = false;
   bool zeroPad = false;
   int width = 0;
@@ -38,39 +38,39 @@ class Output {
 };
 
 // Reads flags, width and size prefix after '%'; leaves format at the conversion.
-Spec ParseSpec(const WCHAR*& format) {
-  Spec spec;
+Directive ParseDirective(const WCHAR*& format) {
+  Directive directive;
   for (;; ++format) {
-    if (*format == u'-') spec.leftAlign = true;
-    else if (*format == u'0') spec.zeroPad = true;
+    if (*format == u'-') directive.leftAlign = true;
+    else if (*format == u'0') directive.zeroPad = true;
     else break;
   }
-  while (*format >= u'0' && *format <= u'9') spec.width = spec.width * 10 + (*format++ - u'0');
+  while (*format >= u'0' && *format <= u'9') directive.width = directive.width * 10 + (*format++ - u'0');
   if (format[0] == u'I' && format[1] == u'6' && format[2] == u'4') {
-    spec.size = 2;
+    directive.size = 2;
     format += 3;
   } else if (format[0] == u'l' && format[1] == u'l') {
-    spec.size = 2;
+    directive.size = 2;
     format += 2;
   } else if (*format == u'l') {
-    spec.size = 1;
+    directive.size = 1;
     ++format;
   }
-  spec.conversion = *format;
-  return spec;
+  directive.conversion = *format;
+  return directive;
 }
 
-void PutPadded(Output& out, const Spec& spec, const char16_t* digits, int length, bool negative) {
+void PutPadded(Output& out, const Directive& directive, const char16_t* digits, int length, bool negative) {
   int total = length + (negative ? 1 : 0);
-  int padding = spec.width > total ? spec.width - total : 0;
-  if (!spec.leftAlign && !spec.zeroPad) for (int i = 0; i < padding; ++i) out.Put(u' ');
+  int padding = directive.width > total ? directive.width - total : 0;
+  if (!directive.leftAlign && !directive.zeroPad) for (int i = 0; i < padding; ++i) out.Put(u' ');
   if (negative) out.Put(u'-');
-  if (!spec.leftAlign && spec.zeroPad) for (int i = 0; i < padding; ++i) out.Put(u'0');
+  if (!directive.leftAlign && directive.zeroPad) for (int i = 0; i < padding; ++i) out.Put(u'0');
   for (int i = 0; i < length; ++i) out.Put(digits[i]);
-  if (spec.leftAlign) for (int i = 0; i < padding; ++i) out.Put(u' ');
+  if (directive.leftAlign) for (int i = 0; i < padding; ++i) out.Put(u' ');
 }
 
-void PutNumber(Output& out, const Spec& spec, uint64_t magnitude, bool negative, unsigned base, bool upper) {
+void PutNumber(Output& out, const Directive& directive, uint64_t magnitude, bool negative, unsigned base, bool upper) {
   const char16_t* symbols = upper ? u"0123456789ABCDEF" : u"0123456789abcdef";
   char16_t reversed[24];
   int length = 0;
@@ -80,29 +80,29 @@ void PutNumber(Output& out, const Spec& spec, uint64_t magnitude, bool negative,
   } while (magnitude != 0);
   char16_t digits[24];
   for (int i = 0; i < length; ++i) digits[i] = reversed[length - 1 - i];
-  PutPadded(out, spec, digits, length, negative);
+  PutPadded(out, directive, digits, length, negative);
 }
 
-void PutSigned(Output& out, const Spec& spec, va_list& args) {
-  int64_t value = spec.size == 2 ? va_arg(args, long long) : spec.size == 1 ? va_arg(args, long) : va_arg(args, int);
+void PutSigned(Output& out, const Directive& directive, va_list& args) {
+  int64_t value = directive.size == 2 ? va_arg(args, long long) : directive.size == 1 ? va_arg(args, long) : va_arg(args, int);
   uint64_t magnitude = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
-  PutNumber(out, spec, magnitude, value < 0, 10, false);
+  PutNumber(out, directive, magnitude, value < 0, 10, false);
 }
 
 // The Windows long is 32 bits: %lX reads a 32-bit value.
-void PutUnsigned(Output& out, const Spec& spec, va_list& args, unsigned base, bool upper) {
-  uint64_t value = spec.size == 2 ? va_arg(args, unsigned long long)
-                   : spec.size == 1 ? static_cast<uint32_t>(va_arg(args, unsigned long))
+void PutUnsigned(Output& out, const Directive& directive, va_list& args, unsigned base, bool upper) {
+  uint64_t value = directive.size == 2 ? va_arg(args, unsigned long long)
+                   : directive.size == 1 ? static_cast<uint32_t>(va_arg(args, unsigned long))
                                     : va_arg(args, unsigned int);
-  PutNumber(out, spec, value, false, base, upper);
+  PutNumber(out, directive, value, false, base, upper);
 }
 
-void PutString(Output& out, const Spec& spec, va_list& args) {
+void PutString(Output& out, const Directive& directive, va_list& args) {
   const WCHAR* text = va_arg(args, const WCHAR*);
   if (!text) text = u"(null)";
   int length = 0;
   while (text[length] != 0) ++length;
-  Spec plain = spec;
+  Directive plain = directive;
   plain.zeroPad = false;
   PutPadded(out, plain, text, length, false);
 }
@@ -121,14 +121,14 @@ extern "C" int __stdio_common_vswprintf_s(uint64_t /*options*/, WCHAR* buffer, s
       continue;
     }
     ++format;
-    Spec spec = ParseSpec(format);
-    switch (spec.conversion) {
+    Directive directive = ParseDirective(format);
+    switch (directive.conversion) {
       case u'd':
-      case u'i': PutSigned(out, spec, ap); break;
-      case u'u': PutUnsigned(out, spec, ap, 10, false); break;
-      case u'x': PutUnsigned(out, spec, ap, 16, false); break;
-      case u'X': PutUnsigned(out, spec, ap, 16, true); break;
-      case u's': PutString(out, spec, ap); break;
+      case u'i': PutSigned(out, directive, ap); break;
+      case u'u': PutUnsigned(out, directive, ap, 10, false); break;
+      case u'x': PutUnsigned(out, directive, ap, 16, false); break;
+      case u'X': PutUnsigned(out, directive, ap, 16, true); break;
+      case u's': PutString(out, directive, ap); break;
       case u'%': out.Put(u'%'); break;
       default:
         va_end(ap);

@@ -1,0 +1,252 @@
+// Readers over byte streams: the same samples as by path, the asynchronous read-ahead,
+// streams that can't seek, refuse BeginRead or fail.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <climits>
+#include <thread>
+
+#include "fixtures.h"
+#include "reader_support.h"
+
+namespace tessel::platform_test {
+namespace {
+
+using namespace tessel::fixtures;
+
+// The count of one read done on a thread of the stream's own, as a byte stream that
+// bridges to a synchronous source does it.
+class ThreadRead final : public IUnknown {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+    if (riid != IID_IUnknown) return E_NOINTERFACE;
+    *object = this;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    ULONG left = --refs_;
+    if (left == 0) delete this;
+    return left;
+  }
+  std::atomic<ULONG> bytes{0};
+
+ private:
+  std::atomic<ULONG> refs_{1};
+};
+
+// A file byte stream with knobs: hide seeking, refuse BeginRead or serve it on a thread
+// of its own through MFInvokeCallback, cut reads short, fail reads after a number of
+// bytes; counts what the reader asks of it.
+class WrappedStream final : public IMFByteStream {
+ public:
+  struct Knobs {
+    bool seekable = true;
+    bool asyncReads = true;
+    uint64_t failAfter = UINT64_MAX;
+    ULONG maxRead = UINT32_MAX;  // longer reads come back short
+    bool ownThread = false;      // BeginRead reads on a new thread, then MFInvokeCallback
+  };
+
+  WrappedStream(const std::string& clip, Knobs knobs) : knobs_(knobs) {
+    EXPECT_EQ(MFCreateFile(MF_ACCESSMODE_READ, MF_OPENMODE_FAIL_IF_NOT_EXIST, MF_FILEFLAGS_NONE,
+                           Wide(ClipPath(clip)).c_str(), &inner_),
+              S_OK);
+  }
+
+  std::atomic<int> beginReads{0};
+  std::atomic<int> positionMoves{0};
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+    if (riid != IID_IUnknown && riid != IID_IMFByteStream) return E_NOINTERFACE;
+    *object = static_cast<IMFByteStream*>(this);
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    ULONG left = --refs_;
+    if (left == 0) delete this;
+    return left;
+  }
+  HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override {
+    *capabilities = MFBYTESTREAM_IS_READABLE | (knobs_.seekable ? MFBYTESTREAM_IS_SEEKABLE : 0);
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetLength(QWORD* length) override { return inner_->GetLength(length); }
+  HRESULT STDMETHODCALLTYPE SetLength(QWORD) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetCurrentPosition(QWORD* position) override { return inner_->GetCurrentPosition(position); }
+  HRESULT STDMETHODCALLTYPE SetCurrentPosition(QWORD position) override {
+    ++positionMoves;
+    return knobs_.seekable ? inner_->SetCurrentPosition(position) : E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE IsEndOfStream(BOOL* end) override { return inner_->IsEndOfStream(end); }
+  HRESULT STDMETHODCALLTYPE Read(BYTE* buffer, ULONG count, ULONG* read) override {
+    if (Failing()) return E_FAIL;
+    HRESULT hr = inner_->Read(buffer, std::min(count, knobs_.maxRead), read);
+    delivered_ += *read;
+    return hr;
+  }
+  HRESULT STDMETHODCALLTYPE BeginRead(BYTE* buffer, ULONG count, IMFAsyncCallback* callback,
+                                      IUnknown* state) override {
+    if (!knobs_.asyncReads) return E_NOTIMPL;
+    ++beginReads;
+    if (!knobs_.ownThread) return inner_->BeginRead(buffer, std::min(count, knobs_.maxRead), callback, state);
+    auto* outcome = new ThreadRead();
+    IMFAsyncResult* result = nullptr;
+    HRESULT hr = MFCreateAsyncResult(outcome, callback, state, &result);
+    outcome->Release();
+    if (FAILED(hr)) return hr;
+    AddRef();
+    std::thread([this, result, outcome, buffer, count] {
+      ULONG read = 0;
+      result->SetStatus(Read(buffer, count, &read));
+      outcome->bytes = read;
+      MFInvokeCallback(result);
+      result->Release();
+      Release();
+    }).detach();
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE EndRead(IMFAsyncResult* result, ULONG* read) override {
+    if (knobs_.ownThread) {
+      Com<IUnknown> object;
+      HRESULT hr = result->GetObject(&object);
+      *read = SUCCEEDED(hr) ? static_cast<ThreadRead*>(object.Get())->bytes.load() : 0;
+      return hr;
+    }
+    HRESULT hr = inner_->EndRead(result, read);
+    delivered_ += *read;
+    return Failing() ? E_FAIL : hr;
+  }
+  HRESULT STDMETHODCALLTYPE Write(const BYTE*, ULONG, ULONG*) override { return E_ACCESSDENIED; }
+  HRESULT STDMETHODCALLTYPE BeginWrite(const BYTE*, ULONG, IMFAsyncCallback*, IUnknown*) override {
+    return E_ACCESSDENIED;
+  }
+  HRESULT STDMETHODCALLTYPE EndWrite(IMFAsyncResult*, ULONG*) override { return E_ACCESSDENIED; }
+  HRESULT STDMETHODCALLTYPE Seek(MFBYTESTREAM_SEEK_ORIGIN origin, LONGLONG offset, DWORD flags,
+                                 QWORD* position) override {
+    ++positionMoves;
+    return knobs_.seekable ? inner_->Seek(origin, offset, flags, position) : E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Flush() override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE Close() override { return inner_->Close(); }
+
+ private:
+  ~WrappedStream() = default;
+  bool Failing() const { return delivered_ >= knobs_.failAfter; }
+
+  std::atomic<ULONG> refs_{1};
+  Knobs knobs_;
+  Com<IMFByteStream> inner_;
+  std::atomic<uint64_t> delivered_{0};
+};
+
+Com<IMFSourceReader> OpenThrough(IMFByteStream* stream, HRESULT* status) {
+  Com<IMFAttributes> attributes;
+  MFCreateAttributes(&attributes, 1);
+  attributes->SetUINT32(MF_SOURCE_READER_ENABLE_ADVANCED_VIDEO_PROCESSING, TRUE);
+  Com<IMFSourceReader> reader;
+  *status = MFCreateSourceReaderFromByteStream(stream, attributes.Get(), &reader);
+  return reader;
+}
+
+struct Reading {
+  std::vector<int> frames;
+  std::vector<int64_t> times;
+  std::vector<std::vector<uint8_t>> firstRows;
+  std::vector<int64_t> soundTimes;
+};
+
+Reading ReadEverything(IMFSourceReader* reader) {
+  Reading result;
+  EXPECT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()), S_OK);
+  EXPECT_EQ(reader->SetCurrentMediaType(1, nullptr, OutputType(MFMediaType_Audio, MFAudioFormat_PCM).Get()), S_OK);
+  VideoFrame frame;
+  while (ReadVideoFrame(reader, 0, MFVideoFormat_RGB32, &frame)) {
+    result.frames.push_back(FrameNumber(frame, MFVideoFormat_RGB32));
+    result.times.push_back(frame.time);
+    result.firstRows.emplace_back(frame.rows.begin() + frame.pitch * 120, frame.rows.begin() + frame.pitch * 121);
+  }
+  result.soundTimes = ReadAllTimes(reader, 1);
+  return result;
+}
+
+TEST(ByteStreamReader, GivesTheSameSamplesAsReadingByPath) {
+  auto byPath = ReadEverything(OpenReader(kMovieAac.name, Processing::kAdvanced).Get());
+  auto* stream = new WrappedStream(kMovieAac.name, {});
+  HRESULT hr;
+  auto reader = OpenThrough(stream, &hr);
+  ASSERT_EQ(hr, S_OK);
+  auto byStream = ReadEverything(reader.Get());
+  EXPECT_EQ(byStream.frames.size(), size_t(kMovieAac.frames));
+  EXPECT_EQ(byStream.frames, byPath.frames);
+  EXPECT_EQ(byStream.times, byPath.times);
+  EXPECT_EQ(byStream.firstRows, byPath.firstRows);
+  EXPECT_EQ(byStream.soundTimes, byPath.soundTimes);
+  EXPECT_GT(stream->beginReads.load(), 0) << "reads ahead asynchronously";
+  reader.Reset();
+  stream->Release();
+}
+
+TEST(ByteStreamReader, ReadsFinishedOnTheStreamsOwnThreadArriveThroughTheWorkQueue) {
+  auto* stream = new WrappedStream(kMovieAac.name, {true, true, UINT64_MAX, 8192, true});
+  HRESULT hr;
+  auto reader = OpenThrough(stream, &hr);
+  ASSERT_EQ(hr, S_OK);
+  auto reading = ReadEverything(reader.Get());
+  EXPECT_EQ(reading.frames.size(), size_t(kMovieAac.frames));
+  EXPECT_GT(stream->beginReads.load(), 5);
+  reader.Reset();
+  stream->Release();
+}
+
+TEST(ByteStreamReader, StreamWithoutBeginReadAndShortReadsIsReadSynchronously) {
+  auto* stream = new WrappedStream(kMovieAac.name, {true, false, UINT64_MAX, 1000});
+  HRESULT hr;
+  auto reader = OpenThrough(stream, &hr);
+  ASSERT_EQ(hr, S_OK);
+  EXPECT_EQ(ReadEverything(reader.Get()).frames.size(), size_t(kMovieAac.frames));
+  reader.Reset();
+  stream->Release();
+}
+
+TEST(ByteStreamReader, StreamThatCanNotSeekIsNeverMovedAndRefusesPositions) {
+  auto* stream = new WrappedStream(kAudioMp3, {false, true});
+  HRESULT hr;
+  auto reader = OpenThrough(stream, &hr);
+  ASSERT_EQ(hr, S_OK);
+  ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Audio, MFAudioFormat_PCM).Get()), S_OK);
+  auto times = ReadAllTimes(reader.Get(), 0);
+  EXPECT_GT(times.size(), 50u);
+  PROPVARIANT position;
+  PropVariantInit(&position);
+  position.vt = VT_I8;
+  EXPECT_EQ(reader->SetCurrentPosition(GUID_NULL, position), MF_E_BYTESTREAM_NOT_SEEKABLE);
+  EXPECT_EQ(stream->positionMoves.load(), 0);
+  reader.Reset();
+  stream->Release();
+}
+
+TEST(ByteStreamReader, FailingStreamEndsInAStatusNotACrash) {
+  for (uint64_t failAfter : {uint64_t(0), uint64_t(1000), uint64_t(40000)}) {
+    for (bool async : {true, false}) {
+      auto* stream = new WrappedStream(kMovieAac.name, {true, async, failAfter, 4096});
+      HRESULT hr;
+      auto reader = OpenThrough(stream, &hr);
+      if (SUCCEEDED(hr)) {
+        reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get());
+        auto times = ReadAllTimes(reader.Get(), 0);
+        EXPECT_LT(times.size(), size_t(kMovieAac.frames)) << failAfter;
+      } else {
+        EXPECT_TRUE(FAILED(hr));
+      }
+      reader.Reset();
+      stream->Release();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tessel::platform_test
