@@ -142,5 +142,20 @@ TEST(PixelHandlerTest, GiveUpGetsTheStructThenTheReferenceGoes) {
   EXPECT_TRUE(handler.getLine.IsEmpty()) << "moved out";
 }
 
+TEST(PixelHandlerTest, ReferenceIsReleasedAfterTheGiveUpCall) {
+  ErrorWord word = CreateError(VORNA_SOURCE_LOCATION, 3).word;
+  const void* object = *word;
+  const UInt count = RefCounter::GetCount(object);
+  UInt countDuringGiveUp = 0;
+  {
+    GetPixelHandlerStruct<> handler;
+    handler.reference = ObjectRef(ErrorOf(word));
+    ASSERT_FALSE(handler.giveUp.Set([&](GetPixelHandlerStruct<>*) { countDuringGiveUp = RefCounter::GetCount(object); })
+                     .IsError());
+  }
+  EXPECT_EQ(countDuringGiveUp, count + 1);
+  EXPECT_EQ(RefCounter::GetCount(object), count);
+}
+
 }  // namespace
 }  // namespace vorna

@@ -12,7 +12,8 @@
 // gives the out-of-memory error. All memory comes from System.
 //
 // No internal locking: whoever shares a map guards it. Entries stay where they are
-// until they are erased or the map is reset, growth only relinks them.
+// until they are erased or the map is reset, growth only relinks them; an insert or an
+// erase ends every iteration that is under way.
 #pragma once
 
 #include <new>

@@ -79,9 +79,9 @@ constexpr TimeValue FromTicks(Int ticks) { return TimeValue(Float64(ticks) * 100
 //   "ns" when that too is, one digit behind the point: 0 reads "0.0 ns", 2 s "2000.0 ms";
 // - a statement's "timer" value picks the unit by its first letters, in this order:
 //   "min", "m_s" (whole minutes, ":", two-digit seconds, " min"), "s", "ns", "us",
-//   "ms", "ps" (per second). The matched unit and what follows it up to 2n + 1 bytes
-//   for n letters are cut; the rest is the number format. A "timer" value that matches
-//   no unit is the number format as a whole. An empty number format is ".1".
+//   "ms", "ps" (per second). A unit of n letters cuts the first 2n + 1 bytes ("s, .3"
+//   leaves ".3"), and the rest is the number format; a "timer" value that matches no
+//   unit is the number format as a whole. An empty number format is ".1".
 // A null String when memory runs out.
 String ToString(const TimeValue& time, const FormatStatement* statement);
 
