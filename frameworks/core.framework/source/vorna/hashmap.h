@@ -115,8 +115,9 @@ class HashMap {
       if (created) *created = false;
       return entry;
     }
-    if (created) *created = true;
-    return Add(hash, std::forward<KK>(key), std::forward<VV>(value));
+    Result<Entry*> result = Add(hash, std::forward<KK>(key), std::forward<VV>(value));
+    if (created) *created = !result.IsError();
+    return result;
   }
 
   // The entry of key, holding value whether it existed or not.
