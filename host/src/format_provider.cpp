@@ -12,20 +12,11 @@
 #include <new>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "host_services.h"
 #include "providers.h"
+#include "vorna/formatstatement.h"
 #include "vorna/formatstring.h"
-
-namespace vorna {
-
-class FormatStatement {
- public:
-  std::vector<std::pair<std::string, CString>> values;
-};
-
-}  // namespace vorna
 
 namespace vorna::host {
 
@@ -34,10 +25,7 @@ namespace {
 constexpr SourceLocation FORMAT_LOCATION{"host/format", 1, 0};
 
 Bool AddValue(FormatStatement& statement, const std::string& key, const std::string& value) {
-  CString text;
-  if (!text.Set(value.data(), Int(value.size()))) return false;
-  statement.values.emplace_back(key, std::move(text));
-  return true;
+  return statement.Set(key.c_str(), value.data(), Int(value.size()));
 }
 
 Bool ParseStatement(const std::string& text, FormatStatement& statement) {
@@ -55,12 +43,7 @@ Bool ParseStatement(const std::string& text, FormatStatement& statement) {
   return true;
 }
 
-const CString* GetStatementValue(const FormatStatement* statement, const Char* key) {
-  std::string wanted = key ? key : "";
-  for (auto& [k, v] : statement->values)
-    if (k == wanted) return &v;
-  return nullptr;
-}
+const CString* GetStatementValue(const FormatStatement* statement, const Char* key) { return statement->Get(key); }
 
 std::string NumberFormat(const FormatStatement* statement) {
   const CString* value = statement ? GetStatementValue(statement, "") : nullptr;
