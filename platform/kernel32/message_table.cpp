@@ -75,7 +75,7 @@ constexpr Message kMessages[] = {
     {0xC00D36BB, u"An unexpected error has occurred in the operation requested.\r\n"},
     {0xC00D36BC, u"Invalid name.\r\n"},
     {0xC00D36BD, u"Invalid type.\r\n"},
-    {0xC00D36BE, u"The file does not conform to the relevant file format specification.\r\n"},
+    {0xC00D36BE, u"The file does not conform to the relevant file format.\r\n"},
     {0xC00D36BF, u"Invalid index.\r\n"},
     {0xC00D36C0, u"An invalid timestamp was given.\r\n"},
     {0xC00D36C3, u"The scheme of the given URL is unsupported.\r\n"},
