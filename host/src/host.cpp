@@ -34,6 +34,8 @@ void RegisterProviders() {
   RegisterStringProviders();
   RegisterSystemWindowsProvider();
   RegisterDataDictionaryProvider();
+  RegisterDataTypeLibProvider();
+  RegisterDataDescriptionProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which
@@ -72,6 +74,7 @@ void Stop() {
   g_hostRecords = nullptr;
   ReleaseLiteralStrings();
   DestroyRegistries();
+  ForgetBlockTypes();
   ClearProviders();
 }
 

@@ -11,5 +11,9 @@ void RegisterStringConversionProvider();
 void RegisterSystemWindowsProvider();
 void RegisterDataDictionaryProvider();
 void PublishDataTypes();
+void RegisterDataTypeLibProvider();
+void RegisterDataDescriptionProvider();
+// Drops the block types made while the host ran.
+void ForgetBlockTypes();
 
 }  // namespace vorna::host
