@@ -5,6 +5,8 @@
 // switches to a private copy first.
 #pragma once
 
+#include <atomic>
+
 #include "vorna/classinterface.h"
 #include "vorna/objectbase.h"
 #include "vorna/refcounter.h"
@@ -89,9 +91,50 @@ class COWRef : public StrongRef<I> {
   }
 };
 
-// Copy on write with atomic exchange of the pointer; counting is the same.
+// A copy-on-write reference that several threads may read and replace at once. The
+// pointer word carries a lock in its lowest bit (objects are aligned to 8), held only
+// for the instant of taking a reference or swapping the pointer, so a reader never adds
+// a reference to an object that a writer has just released.
 template <typename I>
-using ACOWRef = COWRef<I>;
+class ACOWRef {
+ public:
+  ACOWRef() = default;
+  explicit ACOWRef(COWRef<I> value) : _word(reinterpret_cast<UInt>(value.Disown())) {}
+  ACOWRef(const ACOWRef&) = delete;
+  ACOWRef& operator=(const ACOWRef&) = delete;
+  ~ACOWRef() { RemoveObjectReference(reinterpret_cast<void*>(_word.load())); }
+
+  // A counted reference to the current value.
+  COWRef<I> Load() const {
+    UInt word = Lock();
+    void* object = reinterpret_cast<void*>(word);
+    AddObjectReference(object);
+    _word.store(word);
+    return COWRef<I>::Adopt(object);
+  }
+
+  // Puts value in; the previous value loses this reference's count.
+  void Store(COWRef<I> value) {
+    void* object = value.Disown();
+    UInt old = Lock();
+    _word.store(reinterpret_cast<UInt>(object));
+    RemoveObjectReference(reinterpret_cast<void*>(old));
+  }
+
+ private:
+  static constexpr UInt LOCK_BIT = 1;
+
+  // Sets the lock bit and gives the pointer without it.
+  UInt Lock() const {
+    UInt word = _word.load();
+    for (;;) {
+      word &= ~LOCK_BIT;
+      if (_word.compare_exchange_weak(word, word | LOCK_BIT)) return word;
+    }
+  }
+
+  mutable std::atomic<UInt> _word{0};
+};
 
 using ObjectRef = StrongRef<ObjectInterface>;
 
