@@ -33,6 +33,7 @@ void RegisterProviders() {
   RegisterStringProviders();
   RegisterSystemWindowsProvider();
   RegisterDataDictionaryProvider();
+  RegisterUrlProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which
