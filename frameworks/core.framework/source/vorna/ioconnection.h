@@ -109,7 +109,8 @@ class IoHandlerInterface : public ObjectInterface {
 
 // The connection of url: the handler of its scheme in vorna.IoHandlers opens it. No
 // registry, no handler for the scheme, or a member that is not a handler give a null
-// connection and no error; the handler's errors pass through.
+// connection and no error; the handler's errors pass through. No flags are defined
+// yet: pass 0.
 Result<IoConnectionRef> GetConnection(const Url& url, Int flags);
 
 // What lies at url; NONE when there is no connection or anything fails.
