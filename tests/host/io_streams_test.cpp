@@ -5,9 +5,11 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "host_environment.h"
@@ -153,6 +155,34 @@ TEST(MemoryStreamTest, BlobUnregisteredWhileOpenStillReads) {
   Result<InputStreamRef> again = OpenInputStream(url, 0);
   EXPECT_TRUE(IsErrorOfClass(again.GetError(), g_IoErrorObject));
   EXPECT_EQ(MessageOf(again.GetError()), "Cannot open memory://io-streams/short-lived: no such blob");
+}
+
+// One thread replaces and removes a blob while others open and read it: each stream
+// reads one whole version or its open fails, never a mixture.
+TEST(MemoryStreamTest, BlobsChangeWhileOtherThreadsRead) {
+  const std::vector<UChar> first(3000, 0x11), second(5000, 0x22);
+  std::atomic<Bool> done{false};
+  std::thread writer([&] {
+    for (int i = 0; i < 300; ++i) {
+      host::RegisterMemoryBlob("io-streams/changing", i % 2 ? first : second);
+      if (i % 3 == 0) host::UnregisterMemoryBlob("io-streams/changing");
+    }
+    done = true;
+  });
+  auto reader = [&] {
+    Url url = MakeUrl("memory://io-streams/changing");
+    while (!done) {
+      Result<InputStreamRef> stream = OpenInputStream(url, 0);
+      if (stream.IsError()) continue;
+      std::vector<UChar> bytes = ReadToEnd(stream.GetValue(), 777);
+      EXPECT_TRUE(bytes == first || bytes == second);
+    }
+  };
+  std::thread readerA(reader), readerB(reader);
+  writer.join();
+  readerA.join();
+  readerB.join();
+  host::UnregisterMemoryBlob("io-streams/changing");
 }
 
 class FileOutputStreamTest : public ::testing::Test {
