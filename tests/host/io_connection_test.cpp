@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "host_environment.h"
+#include "vorna/datatypes.h"
 #include "vorna/errorbase.h"
+#include "vorna/extensionpoint.h"
 #include "vorna/ioconnection.h"
 
 namespace vorna {
@@ -65,6 +67,15 @@ TEST(IoHandlersTest, UnknownSchemeHasNoConnectionAndNoError) {
   EXPECT_TRUE(IsErrorOfClass(OpenInputStream(url, 0).GetError(), g_NullptrErrorObject));
   EXPECT_TRUE(IsErrorOfClass(IoDelete(url, true, false).GetError(), g_NullptrErrorObject));
   EXPECT_EQ(IoDetect(Url()), IoDetectResult::NONE);
+}
+
+TEST(IoHandlersTest, MemberThatIsNoHandlerGivesNoConnection) {
+  ExtensionPointHandle* handlers = ExtensionPoint::Find(Id("vorna.IoHandlers"));
+  ASSERT_FALSE(ExtensionPoint::Insert(handlers, Id("number"), MakeData(Int32(7))).IsError());
+  Result<IoConnectionRef> connection = GetConnection(MakeUrl("number://x"), 0);
+  ExtensionPoint::Erase(handlers, Id("number"));
+  EXPECT_FALSE(connection.IsError());
+  EXPECT_FALSE(connection.GetValue());
 }
 
 TEST_F(IoConnectionTest, DetectsFilesDirectoriesAndBlobs) {
