@@ -69,6 +69,13 @@ void SetOutputMask(UInt32 mask);
 // Registries, for listings.
 std::vector<std::string> ListRegistry(const std::string& registry);
 
+// Named in-memory blobs, read through memory://NAME urls. Registering a name again
+// replaces its bytes; a stream that is open keeps reading the bytes it opened. Blobs
+// outlive Stop; safe from any thread.
+void RegisterMemoryBlob(const std::string& name, std::vector<UChar> bytes);
+// False when no blob has the name.
+Bool UnregisterMemoryBlob(const std::string& name);
+
 // Memory: allocations through System fail once `after` more have succeeded (-1: never).
 void FailAllocationsAfter(Int after);
 Int GetLiveAllocationCount();

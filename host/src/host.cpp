@@ -36,6 +36,7 @@ void RegisterProviders() {
   RegisterDataDictionaryProvider();
   RegisterDataTypeLibProvider();
   RegisterDataDescriptionProvider();
+  RegisterUrlProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which

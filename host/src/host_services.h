@@ -10,6 +10,7 @@ void RegisterStringProviders();
 void RegisterStringConversionProvider();
 void RegisterSystemWindowsProvider();
 void RegisterDataDictionaryProvider();
+void RegisterUrlProvider();
 void PublishDataTypes();
 void RegisterDataTypeLibProvider();
 void RegisterDataDescriptionProvider();
