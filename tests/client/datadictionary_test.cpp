@@ -54,7 +54,8 @@ TEST(DataDictionaryTest, CopiesShareUntilOneWrites) {
 
 TEST(DataDictionaryTest, TypedGetsAndTheirErrors) {
   DataDictionary dictionary;
-  EXPECT_TRUE(IsErrorOfClass(dictionary.Get<Int64>(g_widthKey).GetError(), g_IllegalStateErrorObject));
+  EXPECT_TRUE(IsErrorOfClass(dictionary.Get<Int64>(g_widthKey).GetError(), g_NullptrErrorObject))
+      << "no dictionary yet";
   ASSERT_FALSE(dictionary.Set(g_widthKey, Int32(576)).IsError());
   EXPECT_EQ(dictionary.Get<Int64>(g_widthKey).GetValue(), 576) << "Int32 widens";
   EXPECT_TRUE(IsErrorOfClass(dictionary.Get<Int64>(g_heightKey).GetError(), g_IllegalStateErrorObject));

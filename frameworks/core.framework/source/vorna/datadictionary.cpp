@@ -13,8 +13,9 @@ Result<void> DataDictionary::Set(const ConstDataPtr& key, const ForwardingDataPt
   return DataDictionaryInterface::_table.Set(block, key, value);
 }
 
+// Without a dictionary there is nothing to ask: the null-reference error.
 Result<Data> DataDictionary::Get(const ConstDataPtr& key) const {
-  if (!_block) return CreateError(RESULTBASE_LOCATION, 3);
+  if (!_block) return ErrorResult{PrivateGetNullReturnError(0)};
   return DataDictionaryInterface::_table.Get(_block, key);
 }
 

@@ -1,7 +1,6 @@
 // DataDictionary: a copy-on-write map from key to Data, held by the host
 // (vorna.DataDictionaryInterface#1). Keys are typed pointers, in practice to InternedId
-// variables, so two keys of one name have one identity. A null dictionary reads as
-// empty.
+// variables, so two keys of one name have one identity.
 #pragma once
 
 #include "vorna/cowblockref.h"
@@ -35,7 +34,8 @@ class DataDictionaryInterface {
 class DataDictionary : public COWBlockRef<DataDictionaryInterface> {
  public:
   Result<void> Set(const ConstDataPtr& key, const ForwardingDataPtr& value);
-  // The value under key; an illegal state error when it is absent.
+  // The value under key; an illegal state error when it is absent, the null-reference
+  // error when there is no dictionary at all.
   Result<Data> Get(const ConstDataPtr& key) const;
   Bool Erase(const ConstDataPtr& key);
   Int GetCount() const { return _block ? DataDictionaryInterface::_table.GetCount(_block) : 0; }
