@@ -3,10 +3,12 @@
 
 #include <mutex>
 
+#include "color_profiles.h"
 #include "error_classes.h"
 #include "host_services.h"
 #include "host_strings.h"
 #include "loader.h"
+#include "pixel_format_objects.h"
 #include "providers.h"
 #include "reference_types.h"
 #include "registries.h"
@@ -37,6 +39,7 @@ void RegisterProviders() {
   RegisterDataTypeLibProvider();
   RegisterDataDescriptionProvider();
   RegisterUrlProvider();
+  RegisterColorProfileProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which
@@ -64,6 +67,9 @@ Result<void> Start(const HostOptions& options) {
   g_hostRecords = own.GetValue();
   CreateErrorClasses();
   PublishStringCoders();
+  PublishColorProfiles();
+  PublishPixelFormats();
+  PublishPixelVocabulary();
   return OK;
 }
 
