@@ -128,12 +128,12 @@ TEST(PixelHandlerTest, GiveUpGetsTheStructThenTheReferenceGoes) {
   GetPixelHandlerStruct<> handler;
   int rows = 0;
   const void* givenUp = nullptr;
-  ASSERT_FALSE(handler.getLine.Set([&rows](Int, Int, Int, void*) -> Result<void> {
+  ASSERT_FALSE(handler.getLine.Set([&rows](const LineRange&, const LineDestination&, Int) -> Result<void> {
     ++rows;
     return OK;
   }).IsError());
   ASSERT_FALSE(handler.giveUp.Set([&givenUp](GetPixelHandlerStruct<>* h) { givenUp = h; }).IsError());
-  EXPECT_FALSE(handler.getLine(0, 0, 4, nullptr).IsError());
+  EXPECT_FALSE(handler.getLine(LineRange{0, 0, 4}, LineDestination{}, 0).IsError());
   EXPECT_EQ(rows, 1);
   GetPixelHandlerStruct<> moved(std::move(handler));
   moved.GiveUpNow();
