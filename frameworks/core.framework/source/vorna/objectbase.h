@@ -135,3 +135,16 @@ I Cast(const ObjectInterface& reference) {
       0,                                                                                        \
       VORNA_CONCAT(IFACE, _bases)};                                                             \
   static const bool VORNA_CONCAT(IFACE, _linked) = (::vorna::LinkImport(&IFACE::_record, &g_translationUnit), true)
+
+// Declares an interface class NAME on BASE whose methods this code does not call: its
+// id, its number of methods and its reference class, so that its record and those of
+// the interfaces derived from it keep their places.
+#define VORNA_DECLARED_INTERFACE(NAME, BASE, TEXT, METHODS, REFERENCE) \
+  class NAME : public BASE {                                          \
+   public:                                                            \
+    static constexpr const Char* ID = TEXT;                           \
+    static constexpr Int COUNT = METHODS;                             \
+    static constexpr UInt32 REFCLASS = REFERENCE;                     \
+    static InterfaceRecord _record;                                   \
+    using BASE::BASE;                                                 \
+  }
