@@ -1,0 +1,61 @@
+#include "vorna/translationunit.h"
+
+#include <gtest/gtest.h>
+
+#include "host_environment.h"
+#include "vorna/component.h"
+#include "vorna/datatypes.h"
+#include "vorna/mediasession_keys.h"
+#include "vorna/mediasession_stream.h"
+
+namespace vorna {
+namespace {
+
+VORNA_DEFINE_OBJECT_USE(g_streamClass, "vorna.MediaStreamBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_propertiesClass, "vorna.MediaStreamPropertiesClass");
+
+template <typename I>
+StrongRef<I> Make(ObjectUseRecord& cls) {
+  static ClassHandle* const none = nullptr;
+  Result<ObjectRef> made =
+      CreateObjectOfClass(*static_cast<ClassHandle* const*>(LookupObjectValue(cls, &none)), VORNA_SOURCE_LOCATION);
+  return made.IsError() ? StrongRef<I>() : StrongRef<I>(Cast<I>(made.GetValue()));
+}
+
+TEST(MediaStreamClassTest, FormatsSelectionAndSubscription) {
+  MediaStream stream = Make<MediaStreamInterface>(g_streamClass);
+  MediaStreamProperties native = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStreamProperties square = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  ASSERT_TRUE(stream && native && square);
+  ASSERT_FALSE(native.SetData(g_mediaFormatImageWidth, Int64(720)).IsError());
+  ASSERT_FALSE(stream.AddFormat(MakeData(Int64(1)), native).IsError());
+  ASSERT_FALSE(stream.AddFormat(MakeData(Int64(-1)), square).IsError());
+
+  EXPECT_TRUE(GetDataValue<Int64>(stream.GetSelectedFormat()).IsError()) << "nothing selected is no format 0";
+  EXPECT_FALSE(stream.IsSubscribed());
+  ASSERT_FALSE(stream.SubscribeStream(MakeData(Int64(-1))).IsError());
+  EXPECT_TRUE(stream.IsSubscribed());
+  EXPECT_EQ(GetDataValue<Int64>(stream.GetSelectedFormat()).GetValue(), -1);
+  EXPECT_TRUE(IsErrorOfClass(stream.SetSelectedFormat(MakeData(Int64(7))).GetError(), g_IllegalArgumentErrorObject));
+
+  EXPECT_EQ(stream.GetFormat(MakeData(Int64(1))).GetPointer(), native.GetPointer());
+  EXPECT_EQ(stream.GetFormat(MakeData(Int64(1))).Get<Int64>(g_mediaFormatImageWidth).GetValue(), 720);
+  EXPECT_FALSE(stream.GetFormat(MakeData(Int32(1)))) << "an id of another type is another id";
+  EXPECT_EQ(stream.GetFormats().GetValue().GetCount(), 2);
+  ASSERT_FALSE(stream.UnsubscribeStream().IsError());
+  EXPECT_FALSE(stream.IsSubscribed());
+}
+
+TEST(MediaStreamClassTest, PropertiesBindToTheirStreamWithoutKeepingIt) {
+  Int before = vorna::host::GetLiveAllocationCount();
+  {
+    MediaStream stream = Make<MediaStreamInterface>(g_streamClass);
+    MediaStreamProperties frame = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+    ASSERT_FALSE(frame.Init(stream).IsError());
+    ASSERT_FALSE(stream.AddFormat(MakeData(Int64(1)), frame).IsError());
+  }
+  EXPECT_EQ(vorna::host::GetLiveAllocationCount(), before) << "a stream and its formats leave nothing behind";
+}
+
+}  // namespace
+}  // namespace vorna
