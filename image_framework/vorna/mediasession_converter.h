@@ -26,11 +26,17 @@ class MediaConverterInterface : public MediaBaseInterface {
   Int SupportImportStrategy() const {
     return Invoke<&MediaConverterInterface::SupportImportStrategy, kSupportImportStrategy>();
   }
+  Int SupportExportStrategy() const {
+    return Invoke<&MediaConverterInterface::SupportExportStrategy, kSupportExportStrategy>();
+  }
   ConverterBlock GetInputConverter() const {
     return Invoke<&MediaConverterInterface::GetInputConverter, kGetInputConverter>();
   }
   Result<void> AddOutputStream(const MediaStreamInterface& stream) const {
     return Invoke<&MediaConverterInterface::AddOutputStream, kAddOutputStream>(stream);
+  }
+  Result<void> RemoveOutputStream(const MediaStreamInterface& stream) const {
+    return Invoke<&MediaConverterInterface::RemoveOutputStream, kRemoveOutputStream>(stream);
   }
   // The output streams; which is 0 from the import side and 1 from the export side.
   Result<BaseArray<MediaStream>> GetOutputStreams(Int which) const {
