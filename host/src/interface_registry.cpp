@@ -35,7 +35,7 @@ const InterfaceInfo* ResolveInterface(InterfaceRecord* record) {
   InterfaceInfo* info = Find(record->id);
   if (!info) {
     auto created = std::make_unique<InterfaceInfo>();
-    created->id.Init(record->id.GetCString());
+    if (!created->id.Init(record->id.GetCString())) return nullptr;
     created->size = record->size;
     for (InterfaceRecord* base : BasesOf(record)) {
       const InterfaceInfo* baseInfo = ResolveInterface(base);

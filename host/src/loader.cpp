@@ -113,6 +113,9 @@ void SetHandle(EntityRecord* record, void* handle) {
   }
 }
 
+// Gives every import a handle and makes every table lead somewhere; a table that is
+// served already keeps its entries. Then resolves static interfaces first, since
+// resolving the others allocates through them, then interfaces, then objects.
 void TakeImports(LoadedModule* module) {
   ForEachModuleRecord(module->list, [&](ModuleRecord* record) {
     record->initializer = &Resolve;
@@ -120,16 +123,15 @@ void TakeImports(LoadedModule* module) {
       if (HandleOf(import)) continue;
       module->imports.push_back(std::make_unique<ImportEntry>(ImportEntry{import}));
       SetHandle(import, module->imports.back().get());
-      if (EntityKind(import->kind) == EntityKind::STATIC_INTERFACE) {
+      if (EntityKind(import->kind) == EntityKind::STATIC_INTERFACE && !import->IsResolved()) {
         auto* si = static_cast<StaticInterfaceRecord*>(import);
         si->installStubs(&FillCommonStubs, si);
       }
     }
   });
-  for (auto& entry : module->imports)
-    if (EntityKind(entry->record->kind) != EntityKind::OBJECT) ResolveImport(entry->record);
-  for (auto& entry : module->imports)
-    if (EntityKind(entry->record->kind) == EntityKind::OBJECT) ResolveImport(entry->record);
+  for (EntityKind kind : {EntityKind::STATIC_INTERFACE, EntityKind::INTERFACE, EntityKind::OBJECT})
+    for (auto& entry : module->imports)
+      if (EntityKind(entry->record->kind) == kind) ResolveImport(entry->record);
 }
 
 const Id* Intern(const Char* name) {
