@@ -6,6 +6,7 @@
 
 #include "vorna/referencedata.h"
 #include "vorna/string.h"
+#include "vorna/timevalue.h"
 
 namespace vorna {
 
@@ -27,6 +28,7 @@ VORNA_DEFINE_OBJECT_USE(g_dataTypeInternedId, "vorna.DataTypes:vorna.InternedId"
 VORNA_DEFINE_OBJECT_USE(g_dataTypeData, "vorna.DataTypes:vorna.Data");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeSourceLocation, "vorna.DataTypes:vorna.SourceLocation");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeString, "vorna.DataTypes:vorna.String");
+VORNA_DEFINE_OBJECT_USE(g_dataTypeTimeValue, "vorna.DataTypes:vorna.TimeValue");
 
 namespace {
 

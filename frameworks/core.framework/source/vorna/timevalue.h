@@ -5,6 +5,7 @@
 
 #include <bit>
 
+#include "vorna/datatypes.h"
 #include "vorna/formatstring.h"
 
 namespace vorna {
@@ -89,5 +90,7 @@ template <>
 struct FormatConverterOf<TimeValue> {
   static void Convert(String& out, const void* value, const FormatStatement* statement);
 };
+
+VORNA_DECLARE_DATATYPE(TimeValue, TimeValue);
 
 }  // namespace vorna
