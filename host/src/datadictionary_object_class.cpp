@@ -4,6 +4,7 @@
 
 #include "vorna/component.h"
 #include "vorna/datadictionaryobject.h"
+#include "dictionary_objects.h"
 
 namespace vorna::host {
 
@@ -28,7 +29,6 @@ class DataDictionaryObjectComponent : public Component<DataDictionaryObjectCompo
     return OK;
   }
 
- private:
   DataDictionary _properties;
 };
 
@@ -41,5 +41,13 @@ VORNA_COMPONENT_CLASS(DataDictionaryObjectComponent, g_dataDictionaryObjectClass
                       VORNA_OVERRIDE(DataDictionaryObjectInterface, EraseData),
                       VORNA_OVERRIDE(DataDictionaryObjectInterface, Reset),
                       VORNA_OVERRIDE(DataDictionaryObjectInterface, IsEmpty));
+
+Result<void> CopyProperties(const ObjectInterface& from, const ObjectInterface& to) {
+  auto* source = GetComponent<DataDictionaryObjectComponent>(from);
+  auto* target = GetComponent<DataDictionaryObjectComponent>(to);
+  if (!source || !target) return RaiseError(g_IllegalArgumentErrorObject, VORNA_SOURCE_LOCATION);
+  target->_properties = source->_properties;
+  return OK;
+}
 
 }  // namespace vorna::host

@@ -7,6 +7,7 @@
 
 #include <cstring>
 
+#include "dictionary_objects.h"
 #include "vorna/component.h"
 #include "vorna/mediasession_stream.h"
 
@@ -25,6 +26,12 @@ class MediaStreamPropertiesComponent : public Component<MediaStreamPropertiesCom
  public:
   static ClassRecord _classRecord;
 
+  Result<void> InitFromFormat(const MediaStreamInterface& stream, const Data& formatId) {
+    MediaStreamFormat format = stream.GetFormat(formatId);
+    if (!format) return RaiseError(g_IllegalArgumentErrorObject, STREAM_LOCATION);
+    VORNA_RETURN_ON_ERROR(CopyProperties(format, GetObject()));
+    return Init(stream);
+  }
   Result<void> Init(const MediaStreamInterface& stream) {
     _stream = stream.GetPointer();
     return OK;
@@ -110,7 +117,12 @@ VORNA_COMPONENT_CLASS(MediaStreamFormatComponent, g_mediaStreamFormatClass, "vor
                       &g_DataDictionaryObjectClass, &MediaStreamFormatInterface::_record);
 VORNA_COMPONENT_CLASS(MediaStreamPropertiesComponent, g_mediaStreamPropertiesClass, "vorna.MediaStreamPropertiesClass",
                       "", &g_DataDictionaryObjectClass, &MediaStreamPropertiesInterface::_record,
-                      VORNA_OVERRIDE(MediaStreamPropertiesInterface, Init));
+                      ::vorna::WriteOverride<static_cast<PropertiesInitFromFormat>(&MediaStreamPropertiesInterface::Init),
+                                             MediaStreamPropertiesInterface::kInitWithFormat,
+                                             &MediaStreamPropertiesComponent::InitFromFormat>(cls, record),
+                      ::vorna::WriteOverride<static_cast<PropertiesInit>(&MediaStreamPropertiesInterface::Init),
+                                             MediaStreamPropertiesInterface::kInit, &MediaStreamPropertiesComponent::Init>(
+                          cls, record));
 VORNA_COMPONENT_CLASS(MediaStreamComponent, g_mediaStreamBaseClass, "vorna.MediaStreamBaseClass", "",
                       &g_DataDictionaryObjectClass, &MediaStreamInterface::_record,
                       VORNA_OVERRIDE(MediaBaseInterface, ConnectToSession),

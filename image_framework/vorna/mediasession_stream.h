@@ -29,6 +29,9 @@ class MediaStreamPropertiesInterface : public MediaStreamFormatInterface {
   static InterfaceRecord _record;
   using MediaStreamFormatInterface::MediaStreamFormatInterface;
 
+  // Binds the properties to the stream and starts them as a copy of the keys of the
+  // stream's format formatId.
+  Result<void> Init(const MediaStreamInterface& stream, const Data& formatId) const;
   // Binds the properties to the stream they describe.
   Result<void> Init(const MediaStreamInterface& stream) const;
 };
@@ -67,8 +70,16 @@ class MediaStreamInterface : public MediaBaseInterface {
 };
 using MediaStream = StrongRef<MediaStreamInterface>;
 
+using PropertiesInitFromFormat = Result<void> (MediaStreamPropertiesInterface::*)(const MediaStreamInterface&,
+                                                                                  const Data&) const;
+using PropertiesInit = Result<void> (MediaStreamPropertiesInterface::*)(const MediaStreamInterface&) const;
+
+inline Result<void> MediaStreamPropertiesInterface::Init(const MediaStreamInterface& stream, const Data& formatId) const {
+  return Invoke<static_cast<PropertiesInitFromFormat>(&MediaStreamPropertiesInterface::Init), kInitWithFormat>(stream,
+                                                                                                                formatId);
+}
 inline Result<void> MediaStreamPropertiesInterface::Init(const MediaStreamInterface& stream) const {
-  return Invoke<&MediaStreamPropertiesInterface::Init, kInit>(stream);
+  return Invoke<static_cast<PropertiesInit>(&MediaStreamPropertiesInterface::Init), kInit>(stream);
 }
 
 VORNA_DECLARED_INTERFACE(MediaStreamImageBaseInterface, MediaStreamInterface, "vorna.MediaStreamImageBaseInterface#1", 0,

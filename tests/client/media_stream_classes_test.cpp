@@ -46,6 +46,19 @@ TEST(MediaStreamClassTest, FormatsSelectionAndSubscription) {
   EXPECT_FALSE(stream.IsSubscribed());
 }
 
+TEST(MediaStreamClassTest, PropertiesStartFromAFormatOfTheirStream) {
+  MediaStream stream = Make<MediaStreamInterface>(g_streamClass);
+  MediaStreamProperties format = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  ASSERT_FALSE(format.SetData(g_mediaFormatImageWidth, Int64(720)).IsError());
+  ASSERT_FALSE(stream.AddFormat(MakeData(Int64(1)), format).IsError());
+  MediaStreamProperties frame = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  ASSERT_FALSE(frame.Init(stream, MakeData(Int64(1))).IsError());
+  EXPECT_EQ(frame.Get<Int64>(g_mediaFormatImageWidth).GetValue(), 720);
+  ASSERT_FALSE(frame.SetData(g_mediaFormatImageWidth, Int64(360)).IsError());
+  EXPECT_EQ(format.Get<Int64>(g_mediaFormatImageWidth).GetValue(), 720) << "the format keeps its own keys";
+  EXPECT_TRUE(IsErrorOfClass(frame.Init(stream, MakeData(Int64(2))).GetError(), g_IllegalArgumentErrorObject));
+}
+
 TEST(MediaStreamClassTest, PropertiesBindToTheirStreamWithoutKeepingIt) {
   Int before = vorna::host::GetLiveAllocationCount();
   {
