@@ -44,6 +44,8 @@ class MediaConverterComponent : public Component<MediaConverterComponent> {
   Result<void> PrepareExecute(const ConverterBlock&, Int, Int) { return OK; }
   Result<void> Execute(const ConverterBlock&, const TimeValue&, MEDIASESSIONFLAGS) { return OK; }
   Result<void> Close(const ConverterBlock&) { return OK; }
+  // A converter of this class has no settings of its own to describe.
+  Result<void> GetObjectDescription(DataDescription&, const DataDictionary*) const { return OK; }
 
   // Set by the session that connects this converter behind others.
   BaseArray<ObjectRef> inputs;
@@ -95,7 +97,8 @@ VORNA_COMPONENT_CLASS(MediaConverterComponent, g_mediaConverterBaseClass, "vorna
                       VORNA_OVERRIDE(MediaConverterInterface, GetOutputStreams),
                       VORNA_OVERRIDE(MediaConverterInterface, Analyze),
                       VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
-                      VORNA_OVERRIDE(MediaConverterInterface, Execute), VORNA_OVERRIDE(MediaConverterInterface, Close));
+                      VORNA_OVERRIDE(MediaConverterInterface, Execute), VORNA_OVERRIDE(MediaConverterInterface, Close),
+                      VORNA_OVERRIDE(DataDescriptionObjectInterface, GetObjectDescription));
 
 namespace {
 VORNA_DEFINE_OBJECT_USE(g_converterBase, "vorna.MediaConverterBaseClass");

@@ -58,6 +58,9 @@ TEST(MediaBaseClassesTest, OutputAnswersItsCapabilitiesAndForwardsOtherKeys) {
   EXPECT_TRUE(output.GetOutputUrl() == url);
   EXPECT_EQ(output.CheckBitmapSize(BitmapSize{1919, 1081}).GetValue().width, 1919);
   EXPECT_TRUE(Cast<MediaConverterInterface>(output)) << "an output is a converter";
+  DataDescription description;
+  EXPECT_FALSE(output.AsDescriptionObject().GetObjectDescription(description, nullptr).IsError());
+  EXPECT_EQ(description.GetCount(), 0) << "the base has no settings to describe";
 }
 
 TEST(MediaBaseClassesTest, FileFormatBaseClaimsNothing) {
