@@ -143,9 +143,10 @@ const Id* Intern(const Char* name) {
   return id.get();
 }
 
-void FillResourceIds(LoadedModule* module) {
+void FillResourceIds(LoadedModule* module, Bool fill) {
   ForEachModuleRecord(module->list, [&](ModuleRecord* record) {
-    for (ResourceIdUse* use = record->resourceIds; use; use = use->next) use->variable->Set(Intern(use->name));
+    for (ResourceIdUse* use = record->resourceIds; use; use = use->next)
+      use->variable->Set(fill ? Intern(use->name) : nullptr);
   });
 }
 
@@ -260,6 +261,7 @@ void Unload(LoadedModule* module) {
   ForgetConfigurations(module);
   EraseDefinitions(module);
   ReleaseImports(module);
+  FillResourceIds(module, false);
 }
 
 }  // namespace
@@ -274,7 +276,7 @@ Result<LoadedModule*> AttachRecords(ModuleRecord** list, const std::string& name
   VORNA_RETURN_ON_ERROR(CheckDependencies(raw));
   g_modules.push_back(std::move(module));
   TakeImports(raw);
-  FillResourceIds(raw);
+  FillResourceIds(raw, true);
   std::vector<ObjectDefinitionRecord*> definitions;
   std::vector<InitializationRecord*> stages;
   CollectDefinitions(raw, definitions, stages);
