@@ -69,6 +69,10 @@ void SetOutputMask(UInt32 mask);
 // Registries, for listings.
 std::vector<std::string> ListRegistry(const std::string& registry);
 
+// Job pool: restarts it with count worker threads (0: one per core, as at start). For
+// tests; call it while no job is queued or running.
+void SetJobThreadCount(Int count);
+
 // Memory: allocations through System fail once `after` more have succeeded (-1: never).
 void FailAllocationsAfter(Int after);
 Int GetLiveAllocationCount();

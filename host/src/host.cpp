@@ -6,6 +6,7 @@
 #include "error_classes.h"
 #include "host_services.h"
 #include "host_strings.h"
+#include "job_pool.h"
 #include "loader.h"
 #include "providers.h"
 #include "reference_types.h"
@@ -34,6 +35,8 @@ void RegisterProviders() {
   RegisterStringProviders();
   RegisterSystemWindowsProvider();
   RegisterDataDictionaryProvider();
+  RegisterThreadServicesProviders();
+  RegisterLockServicesProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which
@@ -61,12 +64,14 @@ Result<void> Start(const HostOptions& options) {
   g_hostRecords = own.GetValue();
   CreateErrorClasses();
   PublishStringCoders();
+  StartJobPool(0);
   return OK;
 }
 
 void Stop() {
   std::lock_guard lock(g_mutex);
   if (g_starts == 0 || --g_starts > 0) return;
+  StopJobPool();
   DestroyErrorClasses();
   DetachAll();
   g_hostRecords = nullptr;
@@ -76,6 +81,11 @@ void Stop() {
 }
 
 Bool IsStarted() { return g_starts > 0; }
+
+void SetJobThreadCount(Int count) {
+  StopJobPool();
+  StartJobPool(count);
+}
 
 namespace {
 

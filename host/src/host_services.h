@@ -10,6 +10,8 @@ void RegisterStringProviders();
 void RegisterStringConversionProvider();
 void RegisterSystemWindowsProvider();
 void RegisterDataDictionaryProvider();
+void RegisterThreadServicesProviders();
+void RegisterLockServicesProvider();
 void PublishDataTypes();
 
 }  // namespace vorna::host
