@@ -27,7 +27,7 @@ inline void CpuPause() {
 #if defined(__x86_64__) || defined(__i386__)
   __builtin_ia32_pause();
 #elif defined(__aarch64__)
-  asm volatile("yield");
+  __asm__ __volatile__("yield");
 #endif
 }
 

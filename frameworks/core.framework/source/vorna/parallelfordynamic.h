@@ -239,9 +239,10 @@ Result<void> RunInLine(Int from, Int to, const LoopShape& shape, const INIT& ini
   alignas(RANGE_ALIGNMENT) char memory[DynamicLoopState::SizeFor(1, sizeof(DynamicLoopRange<LOCALDATA>))];
   DynamicLoopState* state = MakeState<LOCALDATA>(memory, from, to, {1, shape.share, shape.granularity}, init,
                                                  finalise);
-  Job job(state, state->GetRanges<LOCALDATA>(), &body);
-  ErrorWord error = job.Work();
-  job.Destruct();
+  alignas(Job) char jobMemory[sizeof(Job)];
+  Job* job = new (jobMemory) Job(state, state->GetRanges<LOCALDATA>(), &body);
+  ErrorWord error = job->Work();
+  job->Destruct();
   DestroyState<LOCALDATA>(state);
   return ErrorResult{error};
 }

@@ -4,6 +4,8 @@
 // in line.
 #pragma once
 
+#include <limits>
+
 #include "vorna/job.h"
 #include "vorna/jobqueue.h"
 #include "vorna/staticinterface.h"
@@ -14,7 +16,7 @@ namespace vorna {
 struct JobGroup;
 
 // The infinite timeout of WaitJobGroup: the largest finite Float64.
-inline constexpr Float64 WAIT_INFINITE = 1.7976931348623157e308;
+inline constexpr Float64 WAIT_INFINITE = std::numeric_limits<Float64>::max();
 
 class ThreadServices {
  public:
