@@ -1,6 +1,7 @@
 // vorna.ExtensionPointInterface#1 and the host's registries.
 #include "registries.h"
 
+#include <algorithm>
 #include <mutex>
 #include <shared_mutex>
 
@@ -120,12 +121,19 @@ void CreateRegistries() {
   for (const Char* id : KNOWN_REGISTRIES) CreateRegistry(id);
 }
 
+// The registries of types go last: the values of every other registry are of types
+// that live there.
 void DestroyRegistries() {
   std::vector<std::unique_ptr<ExtensionPointHandle>> registries;
   {
     std::unique_lock lock(g_mutex);
     registries.swap(g_registries);
   }
+  auto isTypeRegistry = [](const std::unique_ptr<ExtensionPointHandle>& r) {
+    return r->id == Id("vorna.DataTypes") || r->id == Id("vorna.ParametricTypes");
+  };
+  std::stable_partition(registries.begin(), registries.end(), [&](auto& r) { return !isTypeRegistry(r); });
+  for (auto& registry : registries) registry.reset();
 }
 
 // A plain id names a published object or, failing that, a class in vorna.Classes.
