@@ -66,7 +66,7 @@ class BusyWorkers {
     for (int i = 0; i < count; ++i) {
       EXPECT_FALSE(EnqueueClosureJob([this] {
                      ++_started;
-                     _release.wait(false);
+                     SpinUntil([this] { return _release.load(); });
                      ++_ended;
                    }).IsError());
     }
@@ -74,7 +74,6 @@ class BusyWorkers {
   }
   ~BusyWorkers() {
     _release = true;
-    _release.notify_all();
     SpinUntil([this] { return _ended == _count; });
   }
 

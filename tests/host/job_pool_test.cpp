@@ -99,18 +99,18 @@ TEST_F(JobPoolTest, FailedJobsGiveTheWaiterOneOfTheirErrors) {
 
 TEST_F(JobPoolTest, WaiterRunsTheJobsWhenEveryWorkerIsBusy) {
   host::SetJobThreadCount(1);
-  std::atomic<bool> release{false};
-  std::atomic<bool> started{false};
+  std::atomic<int> blocker{0};  // 1 running, 2 released, 3 ended
   ASSERT_FALSE(EnqueueClosureJob([&] {
-                 started = true;
-                 release.wait(false);
+                 blocker = 1;
+                 SpinUntil([&] { return blocker.load() == 2; });
+                 blocker = 3;
                }).IsError());
-  SpinUntil([&] { return started.load(); });
+  SpinUntil([&] { return blocker.load() == 1; });
   std::vector<std::atomic<int>> runs(5);
   EXPECT_FALSE(RunGroup(runs, {}).IsError());
   for (auto& r : runs) EXPECT_EQ(r.load(), 1);
-  release = true;
-  release.notify_all();
+  blocker = 2;
+  SpinUntil([&] { return blocker.load() == 3; });
 }
 
 TEST_F(JobPoolTest, LoopInsideALoopBodyCannotDeadlock) {
