@@ -154,9 +154,11 @@ class DynamicJob : public ParallelForJob {
     const BODY& body = *static_cast<const BODY*>(_body);
     Int done = 0;
     for (;;) {
+      // The cursor may wrap at the top of Int (atomic adds do); the piece is computed
+      // without overflow.
       const Int first = range.cursor.fetch_add(granularity, std::memory_order_relaxed);
-      const Int limit = first + granularity < range.to ? first + granularity : range.to;
-      if (first < range.from || first >= limit) return done;
+      if (first < range.from || first >= range.to) return done;
+      const Int limit = range.to - first > granularity ? first + granularity : range.to;
       for (Int index = first; index < limit && !_state->cancelled.load(std::memory_order_relaxed); ++index) {
         Result<void> result = body(INDEX(index), own.localData);
         if (result.IsError()) Fail(own, result.GetError());
