@@ -76,6 +76,10 @@ void RegisterMemoryBlob(const std::string& name, std::vector<UChar> bytes);
 // False when no blob has the name.
 Bool UnregisterMemoryBlob(const std::string& name);
 
+// Job pool: restarts it with count worker threads (0: one per core, as at start). For
+// tests; call it while no job is queued or running.
+void SetJobThreadCount(Int count);
+
 // Memory: allocations through System fail once `after` more have succeeded (-1: never).
 void FailAllocationsAfter(Int after);
 Int GetLiveAllocationCount();

@@ -7,6 +7,7 @@
 #include "error_classes.h"
 #include "host_services.h"
 #include "host_strings.h"
+#include "job_pool.h"
 #include "loader.h"
 #include "pixel_format_objects.h"
 #include "providers.h"
@@ -40,6 +41,8 @@ void RegisterProviders() {
   RegisterDataDescriptionProvider();
   RegisterUrlProvider();
   RegisterColorProfileProvider();
+  RegisterThreadServicesProviders();
+  RegisterLockServicesProvider();
 }
 
 // The host's own client layer needs its services before the loader can run, which
@@ -70,12 +73,14 @@ Result<void> Start(const HostOptions& options) {
   PublishColorProfiles();
   PublishPixelFormats();
   PublishPixelVocabulary();
+  StartJobPool(0);
   return OK;
 }
 
 void Stop() {
   std::lock_guard lock(g_mutex);
   if (g_starts == 0 || --g_starts > 0) return;
+  StopJobPool();
   DestroyErrorClasses();
   DetachAll();
   g_hostRecords = nullptr;
@@ -86,6 +91,11 @@ void Stop() {
 }
 
 Bool IsStarted() { return g_starts > 0; }
+
+void SetJobThreadCount(Int count) {
+  StopJobPool();
+  StartJobPool(count);
+}
 
 namespace {
 

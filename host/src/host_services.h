@@ -11,6 +11,8 @@ void RegisterStringConversionProvider();
 void RegisterSystemWindowsProvider();
 void RegisterDataDictionaryProvider();
 void RegisterUrlProvider();
+void RegisterThreadServicesProviders();
+void RegisterLockServicesProvider();
 void PublishDataTypes();
 void RegisterDataTypeLibProvider();
 void RegisterDataDescriptionProvider();

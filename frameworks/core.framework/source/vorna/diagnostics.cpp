@@ -13,6 +13,7 @@
 #include "vorna/configuration.h"
 #include "vorna/formatstring.h"
 #include "vorna/system.h"
+#include "vorna/threadservices.h"
 
 namespace vorna {
 
@@ -59,8 +60,10 @@ const Char* FileName(const Char* path) {
   return backslash ? backslash + 1 : path;
 }
 
+// The host takes lines once it serves both System and the thread services its console
+// output relies on.
 void Emit(const Char* line) {
-  if (System::_record.IsResolved()) {
+  if (System::_record.IsResolved() && ThreadServices::_record.IsResolved()) {
     System::ConsoleOutput(line);
     return;
   }
