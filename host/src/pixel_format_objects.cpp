@@ -42,6 +42,14 @@ class PixelFormatComponent : public Component<PixelFormatComponent> {
   static ClassRecord _classRecord;
   const pixel::PixelFormat* format = nullptr;
 
+  Result<UChar*> CreatePix(Int width, Int height, Int alignment) const {
+    if (width < 0 || height < 0 || alignment < 1) return RaiseError(g_IllegalArgumentErrorObject, VORNA_SOURCE_LOCATION);
+    Int bytesPerLine = pixel::BytesPerLine(*format, width, alignment);
+    if (height && bytesPerLine > MAXVALUE_INT / height) return CreateError(VORNA_SOURCE_LOCATION, 0);
+    auto* block = static_cast<UChar*>(System::AllocClear(bytesPerLine * height, VORNA_SOURCE_LOCATION));
+    if (!block) return CreateError(VORNA_SOURCE_LOCATION, 0);
+    return block;
+  }
   Int GetChannelCount() const { return format->channelCount; }
   ChannelOffsets GetChannelOffsets() const { return ToClient(pixel::GetChannelOffsets(*format)); }
   Int GetBitsPerPixel() const { return format->bitsPerPixel; }
@@ -75,7 +83,8 @@ class PixelFormatComponent : public Component<PixelFormatComponent> {
 }  // namespace
 
 VORNA_COMPONENT_CLASS(PixelFormatComponent, g_pixelFormatClass, "vorna.PixelFormatBaseClass", "", nullptr,
-                      &PixelFormatInterface::_record, VORNA_OVERRIDE(PixelFormatInterface, GetChannelCount),
+                      &PixelFormatInterface::_record, VORNA_OVERRIDE(PixelFormatInterface, CreatePix),
+                      VORNA_OVERRIDE(PixelFormatInterface, GetChannelCount),
                       VORNA_OVERRIDE(PixelFormatInterface, GetChannelOffsets),
                       VORNA_OVERRIDE(PixelFormatInterface, GetBitsPerPixel),
                       VORNA_OVERRIDE(PixelFormatInterface, GetBytesPerLine),

@@ -37,6 +37,11 @@ class PixelFormatInterface : public ObjectInterface {
   static InterfaceRecord _record;
   using ObjectInterface::ObjectInterface;
 
+  // A zeroed block from System of height lines of GetBytesPerLine(width, alignment)
+  // bytes; the caller frees it with System::Free.
+  Result<UChar*> CreatePix(Int width, Int height, Int alignment) const {
+    return Invoke<&PixelFormatInterface::CreatePix, kCreatePix>(width, height, alignment);
+  }
   Int GetChannelCount() const { return Invoke<&PixelFormatInterface::GetChannelCount, kGetChannelCount>(); }
   ChannelOffsets GetChannelOffsets() const {
     return Invoke<&PixelFormatInterface::GetChannelOffsets, kGetChannelOffsets>();

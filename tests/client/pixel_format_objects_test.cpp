@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "host_environment.h"
+#include "vorna/errorbase.h"
 #include "vorna/gfx_image_pixelformats.h"
 
 namespace vorna {
@@ -41,6 +42,18 @@ TEST(PixelFormatObjectsTest, LayoutQueries) {
   EXPECT_STREQ(bgrx.GetDefaultColorProfile().GetName().GetCString(), "srgb");
   EXPECT_STREQ(yuy2.GetDefaultColorProfile().GetName().GetCString(), "yuv");
   EXPECT_EQ(GetColorProfile(g_srgbColorProfile).GetBlock(), bgrx.GetDefaultColorProfile().GetBlock());
+}
+
+TEST(PixelFormatObjectsTest, CreatePixGivesAZeroedBlockOfAlignedLines) {
+  PixelFormat bgr = GetPixelFormat(g_pixelFormatBGRu8);
+  Int before = vorna::host::GetLiveAllocationCount();
+  Result<UChar*> pix = bgr.CreatePix(10, 3, 4);
+  ASSERT_FALSE(pix.IsError());
+  EXPECT_EQ(vorna::host::GetLiveAllocationCount(), before + 1);
+  for (Int i = 0; i < 3 * 32; ++i) EXPECT_EQ(pix.GetValue()[i], 0);
+  System::Free(pix.GetValue());
+  EXPECT_TRUE(IsErrorOfClass(bgr.CreatePix(1 << 30, 1 << 30, 4).GetError(), g_OutOfMemoryErrorObject));
+  EXPECT_TRUE(IsErrorOfClass(bgr.CreatePix(-1, 3, 4).GetError(), g_IllegalArgumentErrorObject));
 }
 
 TEST(PixelFormatObjectsTest, ConversionsComeFromTheTargetFormat) {
