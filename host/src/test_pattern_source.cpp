@@ -37,16 +37,8 @@ class PatternLines : public ImageLineSource {
   std::atomic<Int> _frame{0};
 };
 
-template <typename I>
-Result<StrongRef<I>> MakeObject(ObjectUseRecord& cls) {
-  static ClassHandle* const none = nullptr;
-  VORNA_ASSIGN_OR_RETURN(ObjectRef object,
-                         CreateObjectOfClass(*static_cast<ClassHandle* const*>(LookupObjectValue(cls, &none)), PATTERN_LOCATION));
-  return StrongRef<I>(Cast<I>(object));
-}
-
 Result<MediaStreamFormat> ImageFormat(const TestPatternOptions& options) {
-  VORNA_ASSIGN_OR_RETURN(MediaStreamFormat format, MakeObject<MediaStreamFormatInterface>(g_formatClass));
+  VORNA_ASSIGN_OR_RETURN(MediaStreamFormat format, CreateObjectOf<MediaStreamFormatInterface>(g_formatClass, PATTERN_LOCATION));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatImageType, UInt32(1)));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatImagePixelformat,
                                        MakeObjectData(GetPixelFormat(g_pixelFormatRGBAu8), g_cowReferenceType)));
@@ -61,7 +53,7 @@ Result<MediaStreamFormat> ImageFormat(const TestPatternOptions& options) {
 
 // The whole tone, 16-bit stereo, at a quarter of full scale.
 Result<AudioObject> Tone(const TestPatternOptions& options) {
-  VORNA_ASSIGN_OR_RETURN(AudioObject audio, MakeObject<AudioObjectInterface>(g_audioObjectClass));
+  VORNA_ASSIGN_OR_RETURN(AudioObject audio, CreateObjectOf<AudioObjectInterface>(g_audioObjectClass, PATTERN_LOCATION));
   Int samples = Int(options.duration * Float64(options.sampleRate) + 0.5);
   VORNA_RETURN_ON_ERROR(audio.Init(2, 16, Float64(options.sampleRate), samples));
   auto* out = reinterpret_cast<Int16*>(audio.GetDataPtr().data);
@@ -73,7 +65,7 @@ Result<AudioObject> Tone(const TestPatternOptions& options) {
 }
 
 Result<MediaStreamFormat> AudioFormat(const TestPatternOptions& options) {
-  VORNA_ASSIGN_OR_RETURN(MediaStreamFormat format, MakeObject<MediaStreamFormatInterface>(g_formatClass));
+  VORNA_ASSIGN_OR_RETURN(MediaStreamFormat format, CreateObjectOf<MediaStreamFormatInterface>(g_formatClass, PATTERN_LOCATION));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioChannelcount, Int64(2)));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioBitsperchannel, Int64(16)));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioSamplerate, Float64(options.sampleRate)));

@@ -77,9 +77,7 @@ TEST(DataDictionaryTest, FailedGrowthIsOutOfMemoryAndKeepsTheEntries) {
 }
 
 TEST(DataDictionaryObjectTest, HostClassKeepsProperties) {
-  static ClassHandle* const none = nullptr;
-  auto* cls = *static_cast<ClassHandle* const*>(LookupObjectValue(g_DataDictionaryObjectClass, &none));
-  Result<ObjectRef> made = CreateObjectOfClass(cls, VORNA_SOURCE_LOCATION);
+  Result<ObjectRef> made = CreateObjectOfClass(GetPublishedClass(g_DataDictionaryObjectClass), VORNA_SOURCE_LOCATION);
   ASSERT_FALSE(made.IsError());
   DataDictionaryObjectInterface properties = Cast<DataDictionaryObjectInterface>(made.GetValue());
   ASSERT_TRUE(properties);

@@ -20,10 +20,8 @@ VORNA_DEFINE_OBJECT_USE(g_bgr, "vorna.PixelFormats.BGR:u8");
 
 template <typename I>
 StrongRef<I> Make(ObjectUseRecord& cls) {
-  static ClassHandle* const none = nullptr;
-  Result<ObjectRef> made =
-      CreateObjectOfClass(*static_cast<ClassHandle* const*>(LookupObjectValue(cls, &none)), VORNA_SOURCE_LOCATION);
-  return made.IsError() ? StrongRef<I>() : StrongRef<I>(Cast<I>(made.GetValue()));
+  Result<StrongRef<I>> made = CreateObjectOf<I>(cls, VORNA_SOURCE_LOCATION);
+  return made.IsError() ? StrongRef<I>() : made.GetValue();
 }
 
 MediaStreamProperties FrameProperties(Int64 width, Int64 height) {

@@ -27,17 +27,8 @@ VORNA_DEFINE_OBJECT_USE(g_patternFormatObject, "vorna.FileFormats:test.pattern")
 constexpr Int WIDTH = 4;
 constexpr Int HEIGHT = 2;
 
-template <typename I>
-Result<StrongRef<I>> MakeObject(ObjectUseRecord& cls) {
-  static ClassHandle* const none = nullptr;
-  VORNA_ASSIGN_OR_RETURN(ObjectRef object, CreateObjectOfClass(*static_cast<ClassHandle* const*>(
-                                                                   LookupObjectValue(cls, &none)),
-                                                               VORNA_SOURCE_LOCATION));
-  return StrongRef<I>(Cast<I>(object));
-}
-
 Result<MediaStreamProperties> FrameProperties(const MediaStreamInterface& stream, Float64 time) {
-  VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties, MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass));
+  VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties, CreateObjectOf<MediaStreamPropertiesInterface>(g_propertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(stream));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageWidth, Int64(WIDTH)));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageHeight, Int64(HEIGHT)));
@@ -65,7 +56,7 @@ class PatternLoaderImpl : public Component<PatternLoaderImpl> {
 
   Result<void> Analyze(const ConverterBlock&, Int, Int) {
     if (_stream) return OK;
-    VORNA_ASSIGN_OR_RETURN(_stream, MakeObject<MediaStreamImageDataImportInterface>(g_imageImportStreamClass));
+    VORNA_ASSIGN_OR_RETURN(_stream, CreateObjectOf<MediaStreamImageDataImportInterface>(g_imageImportStreamClass, VORNA_SOURCE_LOCATION));
     VORNA_ASSIGN_OR_RETURN(MediaStreamProperties format, FrameProperties(_stream, 0.0));
     VORNA_RETURN_ON_ERROR(_stream.AddFormat(MakeData(Int64(1)), format));
     return MediaConverterInterface(GetObjectPointer()).AddOutputStream(_stream);

@@ -35,9 +35,7 @@ Result<Data> BuildClass(ObjectDefinitionRecord& definition, ObjectUseRecord* bas
   if (!cls) return CreateError(CLASS_LOCATION, 0);
   Result<void> step;
   if (baseClass) {
-    static ClassHandle* const noClass = nullptr;
-    ClassHandle* base = *static_cast<ClassHandle* const*>(LookupObjectValue(*baseClass, &noClass));
-    step = Class::AddBase(cls, base);
+    step = Class::AddBase(cls, GetPublishedClass(*baseClass));
   }
   if (!step.IsError() && Class::IsComplete(cls)) {
     Class::Release(cls);
@@ -68,6 +66,11 @@ void EraseClass(ObjectDefinitionRecord& definition) {
 }
 
 ClassHandle* GetDefinedClass(ObjectDefinitionRecord& definition) { return GetClassFromData(&definition.value); }
+
+ClassHandle* GetPublishedClass(ObjectUseRecord& publishedClass) {
+  static ClassHandle* const none = nullptr;
+  return *static_cast<ClassHandle* const*>(LookupObjectValue(publishedClass, &none));
+}
 
 Result<ObjectRef> CreateObjectOfClass(ClassHandle* cls, const SourceLocation& location) {
   if (!cls) return RaiseError(g_NullptrErrorObject, location);

@@ -180,6 +180,17 @@ ClassHandle* GetDefinedClass(ObjectDefinitionRecord& definition);
 // One instance of a class, as a counted reference.
 Result<ObjectRef> CreateObjectOfClass(ClassHandle* cls, const SourceLocation& location);
 
+// The class published under a use record's id, or null while it is not available.
+ClassHandle* GetPublishedClass(ObjectUseRecord& publishedClass);
+
+// One instance of a published class, seen through interface I; a null reference when
+// the object lacks I. A class that is not available gives the null-pointer error.
+template <typename I>
+Result<StrongRef<I>> CreateObjectOf(ObjectUseRecord& publishedClass, const SourceLocation& location) {
+  VORNA_ASSIGN_OR_RETURN(ObjectRef object, CreateObjectOfClass(GetPublishedClass(publishedClass), location));
+  return StrongRef<I>(Cast<I>(object));
+}
+
 constexpr ObjectDefinitionRecord MakeDefinitionRecord(ObjectCreateFunction create, ObjectRecordFunction insert,
                                                       ObjectEndFunction erase) {
   ObjectDefinitionRecord record{};
