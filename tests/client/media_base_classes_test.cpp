@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "host_environment.h"
+#include "published_objects.h"
 #include "vorna/audioobject.h"
 #include "vorna/component.h"
 #include "vorna/fileformat.h"
@@ -20,16 +21,10 @@ VORNA_DEFINE_OBJECT_USE(g_streamClass, "vorna.MediaStreamBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_imageFormatClass, "vorna.FileFormatImageBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_audioClass, "vorna.AudioObjectClass");
 
-template <typename I>
-StrongRef<I> Make(ObjectUseRecord& cls) {
-  Result<StrongRef<I>> made = CreateObjectOf<I>(cls, VORNA_SOURCE_LOCATION);
-  return made.IsError() ? StrongRef<I>() : made.GetValue();
-}
-
 TEST(MediaBaseClassesTest, ConverterKeepsItsOutputStreams) {
-  MediaConverter converter = Make<MediaConverterInterface>(g_converterClass);
-  MediaStream first = Make<MediaStreamInterface>(g_streamClass);
-  MediaStream second = Make<MediaStreamInterface>(g_streamClass);
+  MediaConverter converter = tessel::testing::MakeObject<MediaConverterInterface>(g_converterClass);
+  MediaStream first = tessel::testing::MakeObject<MediaStreamInterface>(g_streamClass);
+  MediaStream second = tessel::testing::MakeObject<MediaStreamInterface>(g_streamClass);
   ASSERT_TRUE(converter && first && second);
   ASSERT_FALSE(converter.AddOutputStream(first).IsError());
   ASSERT_FALSE(converter.AddOutputStream(second).IsError());
@@ -44,7 +39,7 @@ TEST(MediaBaseClassesTest, ConverterKeepsItsOutputStreams) {
 }
 
 TEST(MediaBaseClassesTest, OutputAnswersItsCapabilitiesAndForwardsOtherKeys) {
-  StrongRef<MediaOutputUrlInterface> output = Make<MediaOutputUrlInterface>(g_outputClass);
+  StrongRef<MediaOutputUrlInterface> output = tessel::testing::MakeObject<MediaOutputUrlInterface>(g_outputClass);
   ASSERT_TRUE(output);
   EXPECT_FALSE(output.Get<Bool>(g_mediaOutputUrlSupportsVideo).GetValue());
   EXPECT_EQ(output.Get<Int64>(g_mediaOutputUrlMaximalimageresolution).GetValue(), 0);
@@ -62,7 +57,7 @@ TEST(MediaBaseClassesTest, OutputAnswersItsCapabilitiesAndForwardsOtherKeys) {
 }
 
 TEST(MediaBaseClassesTest, FileFormatBaseClaimsNothing) {
-  StrongRef<FileFormatInterface> format = Make<FileFormatInterface>(g_imageFormatClass);
+  StrongRef<FileFormatInterface> format = tessel::testing::MakeObject<FileFormatInterface>(g_imageFormatClass);
   ASSERT_TRUE(format);
   Url url;
   ASSERT_FALSE(url.Set("memory://anything").IsError());
@@ -72,7 +67,7 @@ TEST(MediaBaseClassesTest, FileFormatBaseClaimsNothing) {
 }
 
 TEST(MediaBaseClassesTest, AudioObjectHoldsZeroedInterleavedSound) {
-  AudioObject audio = Make<AudioObjectInterface>(g_audioClass);
+  AudioObject audio = tessel::testing::MakeObject<AudioObjectInterface>(g_audioClass);
   ASSERT_TRUE(audio);
   ASSERT_FALSE(audio.Init(2, 16, 48000.0, 4800).IsError());
   EXPECT_EQ(audio.GetDataPtr().count, 4800 * 4);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host_environment.h"
+#include "published_objects.h"
 #include "vorna/component.h"
 #include "vorna/datatypes.h"
 #include "vorna/mediasession_keys.h"
@@ -14,16 +15,10 @@ namespace {
 VORNA_DEFINE_OBJECT_USE(g_streamClass, "vorna.MediaStreamBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_propertiesClass, "vorna.MediaStreamPropertiesClass");
 
-template <typename I>
-StrongRef<I> Make(ObjectUseRecord& cls) {
-  Result<StrongRef<I>> made = CreateObjectOf<I>(cls, VORNA_SOURCE_LOCATION);
-  return made.IsError() ? StrongRef<I>() : made.GetValue();
-}
-
 TEST(MediaStreamClassTest, FormatsSelectionAndSubscription) {
-  MediaStream stream = Make<MediaStreamInterface>(g_streamClass);
-  MediaStreamProperties native = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
-  MediaStreamProperties square = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStream stream = tessel::testing::MakeObject<MediaStreamInterface>(g_streamClass);
+  MediaStreamProperties native = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStreamProperties square = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
   ASSERT_TRUE(stream && native && square);
   ASSERT_FALSE(native.SetData(g_mediaFormatImageWidth, Int64(720)).IsError());
   ASSERT_FALSE(stream.AddFormat(MakeData(Int64(1)), native).IsError());
@@ -45,11 +40,11 @@ TEST(MediaStreamClassTest, FormatsSelectionAndSubscription) {
 }
 
 TEST(MediaStreamClassTest, PropertiesStartFromAFormatOfTheirStream) {
-  MediaStream stream = Make<MediaStreamInterface>(g_streamClass);
-  MediaStreamProperties format = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStream stream = tessel::testing::MakeObject<MediaStreamInterface>(g_streamClass);
+  MediaStreamProperties format = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
   ASSERT_FALSE(format.SetData(g_mediaFormatImageWidth, Int64(720)).IsError());
   ASSERT_FALSE(stream.AddFormat(MakeData(Int64(1)), format).IsError());
-  MediaStreamProperties frame = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStreamProperties frame = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
   ASSERT_FALSE(frame.Init(stream, MakeData(Int64(1))).IsError());
   EXPECT_EQ(frame.Get<Int64>(g_mediaFormatImageWidth).GetValue(), 720);
   ASSERT_FALSE(frame.SetData(g_mediaFormatImageWidth, Int64(360)).IsError());
@@ -60,8 +55,8 @@ TEST(MediaStreamClassTest, PropertiesStartFromAFormatOfTheirStream) {
 TEST(MediaStreamClassTest, PropertiesBindToTheirStreamWithoutKeepingIt) {
   Int before = vorna::host::GetLiveAllocationCount();
   {
-    MediaStream stream = Make<MediaStreamInterface>(g_streamClass);
-    MediaStreamProperties frame = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+    MediaStream stream = tessel::testing::MakeObject<MediaStreamInterface>(g_streamClass);
+    MediaStreamProperties frame = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
     ASSERT_FALSE(frame.Init(stream).IsError());
     ASSERT_FALSE(stream.AddFormat(MakeData(Int64(1)), frame).IsError());
   }

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "host_environment.h"
+#include "published_objects.h"
 #include "vorna/component.h"
 #include "vorna/mediasession_keys.h"
 #include "vorna/mediasession_stream.h"
@@ -18,14 +19,8 @@ VORNA_DEFINE_OBJECT_USE(g_audioImportClass, "vorna.MediaStreamAudioDataImportCla
 VORNA_DEFINE_OBJECT_USE(g_propertiesClass, "vorna.MediaStreamPropertiesClass");
 VORNA_DEFINE_OBJECT_USE(g_bgr, "vorna.PixelFormats.BGR:u8");
 
-template <typename I>
-StrongRef<I> Make(ObjectUseRecord& cls) {
-  Result<StrongRef<I>> made = CreateObjectOf<I>(cls, VORNA_SOURCE_LOCATION);
-  return made.IsError() ? StrongRef<I>() : made.GetValue();
-}
-
 MediaStreamProperties FrameProperties(Int64 width, Int64 height) {
-  MediaStreamProperties properties = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStreamProperties properties = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
   static void* const none = nullptr;
   ObjectInterface bgr(*static_cast<void* const*>(LookupObjectValue(g_bgr, &none)));
   EXPECT_FALSE(properties.SetData(g_mediaFormatImageWidth, width).IsError());
@@ -35,7 +30,7 @@ MediaStreamProperties FrameProperties(Int64 width, Int64 height) {
 }
 
 TEST(ImageSinkTest, LinesInAnyOrderFromSeveralThreadsLandInTheWantedFormat) {
-  StrongRef<MediaStreamImageDataImportInterface> stream = Make<MediaStreamImageDataImportInterface>(g_imageImportClass);
+  StrongRef<MediaStreamImageDataImportInterface> stream = tessel::testing::MakeObject<MediaStreamImageDataImportInterface>(g_imageImportClass);
   ASSERT_TRUE(stream);
   auto sink = vorna::host::AttachImageSink(stream, "vorna.PixelFormats.RGBA:u8");
   ASSERT_TRUE(sink);
@@ -75,7 +70,7 @@ TEST(ImageSinkTest, LinesInAnyOrderFromSeveralThreadsLandInTheWantedFormat) {
 }
 
 TEST(ImageSinkTest, LinesOutsideTheFrameAreRefused) {
-  StrongRef<MediaStreamImageDataImportInterface> stream = Make<MediaStreamImageDataImportInterface>(g_imageImportClass);
+  StrongRef<MediaStreamImageDataImportInterface> stream = tessel::testing::MakeObject<MediaStreamImageDataImportInterface>(g_imageImportClass);
   auto sink = vorna::host::AttachImageSink(stream, "vorna.PixelFormats.RGBA:u8");
   MediaStreamProperties properties = FrameProperties(2, 2);
   ASSERT_FALSE(stream.InitStream(properties).IsError());
@@ -87,10 +82,10 @@ TEST(ImageSinkTest, LinesOutsideTheFrameAreRefused) {
 }
 
 TEST(AudioSinkTest, CollectsEveryBlock) {
-  StrongRef<MediaStreamAudioDataImportInterface> stream = Make<MediaStreamAudioDataImportInterface>(g_audioImportClass);
+  StrongRef<MediaStreamAudioDataImportInterface> stream = tessel::testing::MakeObject<MediaStreamAudioDataImportInterface>(g_audioImportClass);
   auto sink = vorna::host::AttachAudioSink(stream);
   ASSERT_TRUE(sink);
-  MediaStreamProperties properties = Make<MediaStreamPropertiesInterface>(g_propertiesClass);
+  MediaStreamProperties properties = tessel::testing::MakeObject<MediaStreamPropertiesInterface>(g_propertiesClass);
   Result<AudioDataCallback> callback = stream.SetAudioDataCallback(properties);
   ASSERT_FALSE(callback.IsError());
   const UChar first[3] = {1, 2, 3};
