@@ -1,0 +1,60 @@
+// MFStream: a read-only IMFByteStream over a host input stream, so that the platform's
+// source reader can read from any place the host can open. The platform calls it from
+// its own threads and a host worker runs its asynchronous reads; _lock serialises every
+// use of the host stream's position and is held for one host call sequence only.
+#pragma once
+
+#include <mfidl.h>
+
+#include <atomic>
+
+#include "vorna/iostreams.h"
+#include "vorna/lockservices.h"
+#include "vorna/url.h"
+
+namespace tessel {
+
+class MFStream : public IMFByteStream {
+ public:
+  MFStream() = default;
+  MFStream(const MFStream&) = delete;
+  MFStream& operator=(const MFStream&) = delete;
+
+  // Opens the host stream of url. On an error _stream stays null and the caller must
+  // not give the object to the platform.
+  vorna::Result<void> Init(const vorna::Url& url);
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override;
+  ULONG STDMETHODCALLTYPE AddRef() override;
+  ULONG STDMETHODCALLTYPE Release() override;
+
+  HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* pdwCapabilities) override;
+  HRESULT STDMETHODCALLTYPE GetLength(QWORD* pqwLength) override;
+  HRESULT STDMETHODCALLTYPE SetLength(QWORD qwLength) override;
+  HRESULT STDMETHODCALLTYPE GetCurrentPosition(QWORD* pqwPosition) override;
+  HRESULT STDMETHODCALLTYPE SetCurrentPosition(QWORD qwPosition) override;
+  HRESULT STDMETHODCALLTYPE IsEndOfStream(BOOL* pfEndOfStream) override;
+  HRESULT STDMETHODCALLTYPE Read(BYTE* pb, ULONG cb, ULONG* pcbRead) override;
+  HRESULT STDMETHODCALLTYPE BeginRead(BYTE* pb, ULONG cb, IMFAsyncCallback* pCallback, IUnknown* punkState) override;
+  HRESULT STDMETHODCALLTYPE EndRead(IMFAsyncResult* pResult, ULONG* pcbRead) override;
+  HRESULT STDMETHODCALLTYPE Write(const BYTE* pb, ULONG cb, ULONG* pcbWritten) override;
+  HRESULT STDMETHODCALLTYPE BeginWrite(const BYTE* pb, ULONG cb, IMFAsyncCallback* pCallback,
+                                       IUnknown* punkState) override;
+  HRESULT STDMETHODCALLTYPE EndWrite(IMFAsyncResult* pResult, ULONG* pcbWritten) override;
+  HRESULT STDMETHODCALLTYPE Seek(MFBYTESTREAM_SEEK_ORIGIN SeekOrigin, LONGLONG llSeekOffset, DWORD dwSeekFlags,
+                                 QWORD* pqwCurrentPosition) override;
+  HRESULT STDMETHODCALLTYPE Flush() override;
+  HRESULT STDMETHODCALLTYPE Close() override;
+
+ private:
+  virtual ~MFStream();
+
+  std::atomic<UINT32> _refCount{0};
+  vorna::StrongRef<vorna::InputStreamInterface> _stream;
+  vorna::LockWord _lock;
+  bool _closed = false;
+  IMFAsyncResult* _pendingResult = nullptr;
+  bool _positionMoved = false;
+};
+
+}  // namespace tessel
