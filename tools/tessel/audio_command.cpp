@@ -51,6 +51,18 @@ bool CollectSound(MediaFile& file, const StreamInfo& stream, std::vector<uint8_t
   return true;
 }
 
+bool ReadSoundRequest(const Options& options, std::string& file, SoundRequest& request, Failure& failure) {
+  CommandArguments arguments;
+  if (!arguments.Parse(options.arguments, AUDIO_ARGUMENTS, failure)) return false;
+  if (!arguments.Has("-o")) {
+    failure = UsageFailure("audio needs -o OUT.wav");
+    return false;
+  }
+  file = arguments.Positional(0);
+  request.output = arguments.Text("-o");
+  return arguments.Count("--stream", 0, 0, INT32_MAX, request.audioStream, failure);
+}
+
 }  // namespace
 
 bool WriteSound(const std::string& path, const SoundRequest& request, Failure& failure) {
@@ -73,15 +85,12 @@ bool WriteSound(const std::string& path, const SoundRequest& request, Failure& f
 }
 
 int RunAudio(const Options& options) {
-  CommandArguments arguments;
+  std::string file;
   SoundRequest request;
   Failure failure;
   Session session;
-  if (!arguments.Parse(options.arguments, AUDIO_ARGUMENTS, failure)) return Report(failure);
-  if (!arguments.Has("-o")) return Report(UsageFailure("audio needs -o OUT.wav"));
-  request.output = arguments.Text("-o");
-  if (!arguments.Count("--stream", 0, 0, INT32_MAX, request.audioStream, failure) || !session.Open(options, failure) ||
-      !WriteSound(arguments.Positional(0), request, failure))
+  if (!ReadSoundRequest(options, file, request, failure) || !session.Open(options, failure) ||
+      !WriteSound(file, request, failure))
     return Report(failure);
   return kExitOk;
 }

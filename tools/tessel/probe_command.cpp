@@ -58,20 +58,27 @@ std::string ProbeJson(MediaFile& file, const std::vector<StreamInfo>& streams) {
   return json.Text();
 }
 
-// One line per format: only what the format has.
+template <typename T>
+std::string Formatted(const char* format, T value) {
+  char text[96];
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+// One line per format, with only what the format has.
 std::string DescribeFormatLine(const FormatInfo& f) {
+  std::vector<std::string> parts;
+  if (f.pixelFormat) parts.push_back(*f.pixelFormat);
+  if (f.width && f.height) parts.push_back(std::to_string(*f.width) + "x" + std::to_string(*f.height));
+  if (f.aspectRatio) parts.push_back(Formatted("pixel aspect %.6g", *f.aspectRatio));
+  if (f.fps) parts.push_back(Formatted("%.6g fps", *f.fps));
+  if (f.startTime) parts.push_back(Formatted("starts at %.6g s", *f.startTime));
+  if (f.duration) parts.push_back(Formatted("%.6g s long", *f.duration));
+  if (f.channelCount) parts.push_back(std::to_string(*f.channelCount) + " channels");
+  if (f.bitsPerChannel) parts.push_back(std::to_string(*f.bitsPerChannel) + " bits");
+  if (f.sampleRate) parts.push_back(Formatted("%.6g Hz", *f.sampleRate));
   std::string line;
-  char part[96];
-  auto add = [&](const char* text) { line += line.empty() ? "" : ", ", line += text; };
-  if (f.pixelFormat) add(f.pixelFormat->c_str());
-  if (f.width && f.height) std::snprintf(part, sizeof part, "%" PRId64 "x%" PRId64, *f.width, *f.height), add(part);
-  if (f.aspectRatio) std::snprintf(part, sizeof part, "pixel aspect %.6g", *f.aspectRatio), add(part);
-  if (f.fps) std::snprintf(part, sizeof part, "%.6g fps", *f.fps), add(part);
-  if (f.startTime) std::snprintf(part, sizeof part, "starts at %.6g s", *f.startTime), add(part);
-  if (f.duration) std::snprintf(part, sizeof part, "%.6g s long", *f.duration), add(part);
-  if (f.channelCount) std::snprintf(part, sizeof part, "%" PRId64 " channels", *f.channelCount), add(part);
-  if (f.bitsPerChannel) std::snprintf(part, sizeof part, "%" PRId64 " bits", *f.bitsPerChannel), add(part);
-  if (f.sampleRate) std::snprintf(part, sizeof part, "%.6g Hz", *f.sampleRate), add(part);
+  for (const std::string& part : parts) line += (line.empty() ? "" : ", ") + part;
   return line;
 }
 
