@@ -112,6 +112,10 @@ TEST_F(PatternCommandsTest, EachKindOfFailureHasItsExitCodeAndMessage) {
   EXPECT_EQ(text.exitCode, 3);
   EXPECT_NE(text.err.find("No reader for file://"), std::string::npos) << text.err;
 
+  TesselRun noModule = Run({"--module", "net.vorna.test.no_such_module", "probe", "memory://pattern.clip"});
+  EXPECT_EQ(noModule.exitCode, 5);
+  EXPECT_NE(noModule.err.find("cannot load net.vorna.test.no_such_module"), std::string::npos) << noModule.err;
+
   TesselRun noLength = Run({"sheet", "memory://pattern.clip", "-o", "sheet.png"});
   EXPECT_EQ(noLength.exitCode, 1);
   EXPECT_NE(noLength.err.find("does not tell its length"), std::string::npos) << noLength.err;
