@@ -5,7 +5,10 @@
 
 #include <mfapi.h>
 
+#include <cstring>
 #include <new>
+#include <type_traits>
+#include <utility>
 
 #include "vorna/ioconnection.h"
 #include "vorna/job.h"
@@ -215,8 +218,8 @@ void MFStream::RunReadJob() {
     });
     state->_bytesRead += read;
   }
-  result->SetStatus(outcome);
-  MFInvokeCallback(result);
+  (void)result->SetStatus(outcome);
+  (void)MFInvokeCallback(result);
   if (state) state->Release();
 }
 
@@ -242,13 +245,16 @@ HRESULT MFStream::BeginWrite(const BYTE*, ULONG, IMFAsyncCallback*, IUnknown*) {
 HRESULT MFStream::EndWrite(IMFAsyncResult*, ULONG*) { return E_NOTIMPL; }
 
 // The flags are ignored: there is no pending I/O that a seek could cancel, as a read
-// under way keeps its own position.
+// under way keeps its own position. Any origin but msoCurrent is the beginning; the
+// origin is read as its number, since a caller may pass a value the enumeration lacks.
 HRESULT MFStream::Seek(MFBYTESTREAM_SEEK_ORIGIN SeekOrigin, LONGLONG llSeekOffset, DWORD,
                        QWORD* pqwCurrentPosition) {
+  std::underlying_type_t<MFBYTESTREAM_SEEK_ORIGIN> origin;
+  std::memcpy(&origin, &SeekOrigin, sizeof(origin));
   return Locked([&] {
     RecordMove();
     Int64 target = llSeekOffset;
-    if (SeekOrigin == msoCurrent) {
+    if (origin == msoCurrent) {
       Result<Int64> position = _stream.GetPosition();
       if (position.IsError()) return E_FAIL;
       target += position.GetValue();
