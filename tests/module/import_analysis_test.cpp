@@ -313,6 +313,7 @@ TEST_F(ImportTest, TheAudioLoaderOfAMoviePublishesOnlyItsSound) {
 }
 
 TEST_F(ImportTest, ASecondAnalyzeAddsNothingAndCloseEndsTheLoadersUseOfTheSession) {
+  int64_t readers = TesselPlatformGetCounters().liveSourceReaders;
   std::unique_ptr<ReadingSession> session = Open(fixtures::kMovieAac.name);
   ASSERT_TRUE(session);
   const MediaConverter& loader = session->GetLoader();
@@ -328,6 +329,9 @@ TEST_F(ImportTest, ASecondAnalyzeAddsNothingAndCloseEndsTheLoadersUseOfTheSessio
   EXPECT_TRUE(IsErrorOfClass(loader.Analyze({}, 0, 0).GetError(), g_IllegalStateErrorObject));
   EXPECT_TRUE(IsErrorOfClass(loader.PrepareExecute({}, 0, 0).GetError(), g_IllegalStateErrorObject));
   EXPECT_NE(stream._session->reader, nullptr) << "the streams keep the reader";
+  input.Reset();
+  session.reset();
+  EXPECT_EQ(TesselPlatformGetCounters().liveSourceReaders, readers) << "the last stream takes the reader with it";
 }
 
 // --- Preparation -------------------------------------------------------------------
