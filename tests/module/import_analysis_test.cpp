@@ -5,6 +5,8 @@
 
 #include <mfapi.h>
 
+#include <fstream>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <string>
@@ -90,10 +92,6 @@ Size ReaderFrameSize(const MediaStreamMovieStreamWinMFImportImpl& stream) {
 
 class ImportTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    // Sources are read by the platform's URL reader until the byte stream is there.
-    g_mediaFoundationUseMSUrlReader = true;
-  }
   void TearDown() override {
     g_mediaFoundationUseMSUrlReader = false;
     g_mediaFoundationDisableHardwareYUVtoRGB = false;
@@ -144,16 +142,32 @@ TEST_F(ImportTest, ARefusedSourceFailsWithThePlainAttemptsStatusAndKeepsNoReader
   EXPECT_EQ(TesselPlatformGetCounters().liveSourceReaders, readers);
 }
 
-TEST_F(ImportTest, TheUrlReaderNeedsASystemPathAndDoesNotFallBackToTheByteStream) {
-  vorna::host::RegisterMemoryBlob("import-test/movie.mp4", {0, 0, 0, 0});
+TEST_F(ImportTest, AMemoryUrlIsReadThroughTheByteStreamWhileTheUrlReaderNeedsASystemPath) {
+  std::ifstream file(fixtures::Path(fixtures::kMovieAac.name), std::ios::binary);
+  vorna::host::RegisterMemoryBlob("import-test/movie.mp4",
+                                  {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
   Url url;
   ASSERT_FALSE(url.Set("memory://import-test/movie.mp4").IsError());
   Result<SessionRef> session = SessionRef::Create();
+  ASSERT_FALSE(OpenSource(*session.GetValue(), url).IsError());
+  EXPECT_NE(session.GetValue()->reader, nullptr);
+
+  g_mediaFoundationUseMSUrlReader = true;
   Result<void> opened = OpenSource(*session.GetValue(), url);
   ASSERT_TRUE(opened.IsError());
   EXPECT_TRUE(IsErrorOfClass(opened.GetError(), g_UnsupportedOperationErrorObject)) << MessageOf(opened.GetError());
-  EXPECT_EQ(session.GetValue()->reader, nullptr);
+  EXPECT_EQ(session.GetValue()->reader, nullptr) << "no fall back to the byte stream";
   vorna::host::UnregisterMemoryBlob("import-test/movie.mp4");
+}
+
+TEST_F(ImportTest, BothWaysOfOpeningAFileGiveTheSameStreams) {
+  g_mediaFoundationUseMSUrlReader = true;
+  std::unique_ptr<ReadingSession> byUrl = Open(fixtures::kAnamorphicPal.name);
+  g_mediaFoundationUseMSUrlReader = false;
+  std::unique_ptr<ReadingSession> byStream = Open(fixtures::kAnamorphicPal.name);
+  ASSERT_TRUE(byUrl && byStream);
+  EXPECT_EQ(FormatKeys(byUrl->GetStreams()[0]), FormatKeys(byStream->GetStreams()[0]));
+  EXPECT_EQ(PublishedSize(byUrl->GetStreams()[0], -1), PublishedSize(byStream->GetStreams()[0], -1));
 }
 
 // --- Detection -------------------------------------------------------------------

@@ -54,8 +54,6 @@ class ImportModuleTest : public ::testing::Test {
     Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule("net.vorna.tessel_reel");
     ASSERT_FALSE(loaded.IsError());
     _module = loaded.GetValue();
-    // Files are read by the platform's URL reader until the byte stream is there.
-    vorna::host::SetConfiguration("g_mediaFoundationUseMSUrlReader", "true");
   }
   void TearDown() override {
     vorna::host::SetConfiguration("g_mediaFoundationUseMSUrlReader", "false");
@@ -111,6 +109,10 @@ TEST_F(ImportModuleTest, AnAnamorphicClipOffersItsSquarePixelSize) {
 TEST_F(ImportModuleTest, TheUrlReaderSwitchIsReadAtEveryOpen) {
   vorna::host::RegisterMemoryBlob("import-module/movie.mp4", FileBytes(fixtures::Path(fixtures::kMovieAac.name)));
   Url url = MakeUrl("memory://import-module/movie.mp4");
+  Result<std::unique_ptr<ReadingSession>> byStream = ReadingSession::Open(url);
+  ASSERT_FALSE(byStream.IsError());
+  EXPECT_EQ(byStream.GetValue()->GetStreams().GetCount(), 2);
+  ASSERT_TRUE(vorna::host::SetConfiguration("g_mediaFoundationUseMSUrlReader", "true"));
   Result<std::unique_ptr<ReadingSession>> byUrl = ReadingSession::Open(url);
   EXPECT_TRUE(IsErrorOfClass(byUrl.GetError(), g_IoErrorObject)) << "a memory url has no system path";
   vorna::host::UnregisterMemoryBlob("import-module/movie.mp4");
