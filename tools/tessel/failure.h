@@ -23,6 +23,9 @@ struct Failure {
 
 inline Failure UsageFailure(std::string message) { return {kExitUsage, std::move(message)}; }
 
+// A time for messages: "1.5 s".
+std::string SecondsText(double seconds);
+
 // Prints "tessel: MESSAGE" on stderr and gives the failure's exit code.
 int Report(const Failure& failure);
 

@@ -63,7 +63,7 @@ bool FrameGrabber::Grab(double seconds, vorna::host::ImageFrame& frame, Failure&
     return false;
   }
   if (_sink->GetFrameCount() == before) {
-    failure = {kExitFailure, _file->Name() + ": the reader delivered no frame for " + std::to_string(seconds) + " s"};
+    failure = {kExitFailure, _file->Name() + ": the reader delivered no frame for " + SecondsText(seconds)};
     return false;
   }
   frame = _sink->GetFrame();

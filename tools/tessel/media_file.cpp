@@ -1,6 +1,5 @@
 #include "media_file.h"
 
-#include <cstdio>
 #include <filesystem>
 
 #include "host_text.h"
@@ -10,7 +9,7 @@ namespace tessel::cli {
 
 namespace {
 
-// A path that names no file, or a directory, fails before the host starts.
+// A path that names no file, or a directory, fails before any file format is asked.
 bool CheckLocalFile(const std::string& path, const std::string& name, Failure& failure) {
   std::error_code error;
   std::filesystem::file_status status = std::filesystem::status(path, error);
@@ -23,12 +22,6 @@ bool CheckLocalFile(const std::string& path, const std::string& name, Failure& f
     return false;
   }
   return true;
-}
-
-std::string FormatSeconds(double seconds) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%g", seconds);
-  return text;
 }
 
 }  // namespace
@@ -58,8 +51,8 @@ bool MediaFile::Open(const std::string& file, Failure& failure) {
 
 Failure MediaFile::ExecuteFailure(vorna::ErrorWord error, double seconds) const {
   if (vorna::IsErrorOfClass(error, vorna::g_MediaStreamEOFErrorObject))
-    return {kExitPastEnd, _name + ": nothing at " + FormatSeconds(seconds) + " s: " + ErrorMessage(error)};
-  return {kExitFailure, _name + ": reading at " + FormatSeconds(seconds) + " s failed: " + ErrorMessage(error)};
+    return {kExitPastEnd, _name + ": nothing at " + SecondsText(seconds) + ": " + ErrorMessage(error)};
+  return {kExitFailure, _name + ": reading at " + SecondsText(seconds) + " failed: " + ErrorMessage(error)};
 }
 
 }  // namespace tessel::cli
