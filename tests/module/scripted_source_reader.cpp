@@ -71,7 +71,9 @@ ULONG ScriptedSourceReader::Release() {
 }
 
 HRESULT ScriptedSourceReader::SetStreamSelection(DWORD streamIndex, BOOL) {
-  return streamIndex < _streams.size() ? S_OK : E_INVALIDARG;
+  if (streamIndex >= _streams.size()) return E_INVALIDARG;
+  selections.push_back(streamIndex);
+  return S_OK;
 }
 
 size_t ScriptedSourceReader::Land(const Stream& stream, LONGLONG position) const {

@@ -1,8 +1,8 @@
 // A source reader that plays a script, for tests of the frame fetch and the sound: each
 // stream is a list of reads with chosen timestamps and durations, a seek lands on a key
-// frame by a chosen rule, and every SetCurrentPosition is recorded. Video samples carry
-// a 2x2 RGB24 picture whose blue is the read's index; audio samples carry one memory
-// buffer of two bytes {index, buffer} per buffer.
+// frame by a chosen rule, and every SetCurrentPosition and stream selection is recorded.
+// Video samples carry a 2x2 RGB24 picture whose blue is the read's index; audio samples
+// carry one memory buffer of two bytes {index, buffer} per buffer.
 #pragma once
 
 #include <mfapi.h>
@@ -33,6 +33,7 @@ class ScriptedSourceReader final : public IMFSourceReader {
 
   Landing landing = Landing::KEY_FRAME_BEFORE;
   std::vector<LONGLONG> positions;
+  std::vector<DWORD> selections;
   int readCount = 0;
   // The next ReadSample fails with this status when it is not S_OK.
   HRESULT failNextRead = S_OK;
