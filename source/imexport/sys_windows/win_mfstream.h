@@ -47,7 +47,24 @@ class MFStream : public IMFByteStream {
   HRESULT STDMETHODCALLTYPE Close() override;
 
  private:
+  // The wanted position of a read at the current position.
+  static constexpr QWORD CURRENT_POSITION = ~QWORD(0);
+
   virtual ~MFStream();
+
+  // Runs step() while holding _lock and gives the status it leaves; E_FAIL when the
+  // lock service itself fails.
+  template <typename FN>
+  HRESULT Locked(FN&& step);
+  // Under _lock, before every reposition: a move while a read is under way is noted.
+  void RecordMove();
+  // The read body of Read and of the read job, under _lock. At a given position it
+  // reads there only when the position moved since the read was issued, and then puts
+  // the position back. pcbRead may be null.
+  HRESULT ReadBody(QWORD position, BYTE* pb, ULONG cb, ULONG* pcbRead);
+  vorna::Result<ULONG> ReadAt(QWORD position, BYTE* pb, ULONG cb);
+  // The read job of BeginRead, on a host worker.
+  void RunReadJob();
 
   std::atomic<UINT32> _refCount{0};
   vorna::StrongRef<vorna::InputStreamInterface> _stream;
