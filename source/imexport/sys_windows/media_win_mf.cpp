@@ -1,14 +1,19 @@
-// The Media Foundation import: configuration, the stream classes, the file formats,
-// handlers and loaders, and the start-up stage. The records below are linked in the
-// order the host creates them: streams, formats, loaders, handlers, then MFStartup.
+// The Media Foundation import: configuration, the stream classes, the release of the
+// conversion maps, the file formats, loaders and handlers, and the start-up stage. The
+// records below are linked in the order the host creates them.
 #include "vorna/translationunit.h"
 
 #include "media_win_mf.h"
 
+#include "import_file_formats.h"
+#include "import_handlers.h"
+#include "import_loaders.h"
 #include "import_streams.h"
 #include "media_foundation_startup.h"
+#include "mf_format_maps.h"
 #include "vorna/configuration.h"
 #include "vorna/objectuse.h"
+#include "vorna/publishedobject.h"
 
 namespace tessel {
 
@@ -21,6 +26,12 @@ VORNA_CONFIG_BOOL(g_mediaFoundationUseMSUrlReader, false,
 
 VORNA_DEFINE_OBJECT_USE(g_imageImportStreamClass, "vorna.MediaStreamImageDataImportClass");
 VORNA_DEFINE_OBJECT_USE(g_audioImportStreamClass, "vorna.MediaStreamAudioDataImportClass");
+VORNA_DEFINE_OBJECT_USE(g_fileFormatImageBaseClass, "vorna.FileFormatImageBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_fileFormatBaseClass, "vorna.FileFormatBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_mediaConverterBaseClass, "vorna.MediaConverterBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_mediaStreamPropertiesClass, "vorna.MediaStreamPropertiesClass");
+VORNA_DEFINE_OBJECT_USE(g_movieFileFormatUse, "vorna.FileFormats:movie.winmf");
+VORNA_DEFINE_OBJECT_USE(g_audioFileFormatUse, "vorna.FileFormats:audio.winmf");
 
 VORNA_COMPONENT_CLASS(MediaStreamMovieStreamWinMFImportImpl, g_movieStreamClass, "net.vorna.mediastream.winmf.video",
                       ".MediaStreamMovieStreamWinMFImportImpl", &g_imageImportStreamClass,
@@ -28,6 +39,48 @@ VORNA_COMPONENT_CLASS(MediaStreamMovieStreamWinMFImportImpl, g_movieStreamClass,
 VORNA_COMPONENT_CLASS(MediaStreamAudioStreamWinMFImportImpl, g_audioStreamClass, "net.vorna.mediastream.winmf.audio",
                       ".MediaStreamAudioStreamWinMFImportImpl", &g_audioImportStreamClass,
                       &MediaStreamAudioDataImportInterface::_record);
+
+VORNA_INITIALIZATION_STAGE(g_formatMapsRelease, "releases the conversion maps between subtypes and pixel formats",
+                           nullptr, &FreeFormatMaps);
+
+VORNA_COMPONENT_CLASS(FileFormatMovieWinMFImpl, g_movieFileFormatClass, "net.vorna.fileformat.movie.winmf",
+                      ".FileFormatMovieWinMFImpl", &g_fileFormatImageBaseClass, &FileFormatInterface::_record,
+                      VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData));
+VORNA_PUBLISHED_OBJECT(g_movieFileFormat, "vorna.FileFormats", "movie.winmf", g_movieFileFormatClass);
+VORNA_COMPONENT_CLASS(FileFormatAudioWinMFImpl, g_audioFileFormatClass, "net.vorna.fileformat.audio.winmf",
+                      ".FileFormatAudioWinMFImpl", &g_fileFormatBaseClass, &FileFormatInterface::_record,
+                      VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData));
+VORNA_PUBLISHED_OBJECT(g_audioFileFormat, "vorna.FileFormats", "audio.winmf", g_audioFileFormatClass);
+
+VORNA_COMPONENT_CLASS(MovieLoaderWinMFImpl, g_movieLoaderClass, "net.vorna.movie.loader.winmf", ".MovieLoaderWinMFImpl",
+                      &g_mediaConverterBaseClass, &MediaInputInterface::_record,
+                      VORNA_OVERRIDE(MediaConverterInterface, SupportImportStrategy),
+                      VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
+                      VORNA_OVERRIDE(MediaConverterInterface, Analyze),
+                      VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
+                      VORNA_OVERRIDE(MediaConverterInterface, Close));
+VORNA_COMPONENT_CLASS(AudioLoaderWinMFImpl, g_audioLoaderClass, "net.vorna.audio.loader.winmf", ".AudioLoaderWinMFImpl",
+                      &g_mediaConverterBaseClass, &MediaInputInterface::_record,
+                      VORNA_OVERRIDE(MediaConverterInterface, SupportImportStrategy),
+                      VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
+                      VORNA_OVERRIDE(MediaConverterInterface, Analyze),
+                      VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
+                      VORNA_OVERRIDE(MediaConverterInterface, Close));
+
+VORNA_COMPONENT_CLASS(FileFormatHandlerMovieWinMFImpl, g_movieHandlerClass, "net.vorna.fileformathandler.movie.winmf",
+                      ".FileFormatHandlerMovieWinMFImpl", nullptr, &MediaSessionFileFormatHandlerInterface::_record,
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetFileFormat),
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetHandlerType),
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, CreateHandler),
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetDependends));
+VORNA_PUBLISHED_OBJECT(g_movieHandler, "vorna.FileFormatHandlers", "movie.winmf", g_movieHandlerClass);
+VORNA_COMPONENT_CLASS(FileFormatHandlerAudioWinMFImpl, g_audioHandlerClass, "net.vorna.fileformathandler.audio.winmf",
+                      ".FileFormatHandlerAudioWinMFImpl", nullptr, &MediaSessionFileFormatHandlerInterface::_record,
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetFileFormat),
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetHandlerType),
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, CreateHandler),
+                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetDependends));
+VORNA_PUBLISHED_OBJECT(g_audioHandler, "vorna.FileFormatHandlers", "audio.winmf", g_audioHandlerClass);
 
 VORNA_INITIALIZATION_STAGE(g_importStartup, "COM apartment and MFStartup for the import", &StartMediaFoundation,
                            &StopMediaFoundation);

@@ -1,6 +1,6 @@
 // The Media Foundation import: its configuration variables, read each time a source
-// is opened, and the definitions of its stream classes, of which the analysis makes
-// objects.
+// is opened, the definitions of the classes of which it makes objects (streams,
+// loaders), and the published objects and host classes it uses.
 #pragma once
 
 #include "vorna/records.h"
@@ -14,5 +14,13 @@ extern vorna::Bool g_mediaFoundationUseMSUrlReader;
 
 extern vorna::ObjectDefinitionRecord g_movieStreamClass;
 extern vorna::ObjectDefinitionRecord g_audioStreamClass;
+extern vorna::ObjectDefinitionRecord g_movieLoaderClass;
+extern vorna::ObjectDefinitionRecord g_audioLoaderClass;
+
+// vorna.MediaStreamPropertiesClass: every format a stream offers is one of these.
+extern vorna::ObjectUseRecord g_mediaStreamPropertiesClass;
+// vorna.FileFormats:movie.winmf and vorna.FileFormats:audio.winmf.
+extern vorna::ObjectUseRecord g_movieFileFormatUse;
+extern vorna::ObjectUseRecord g_audioFileFormatUse;
 
 }  // namespace tessel

@@ -37,6 +37,8 @@ class SessionRef {
 
   // A new zeroed session; the out-of-memory error of the import file without memory.
   static vorna::Result<SessionRef> Create();
+  // One more reference to session, which Create made.
+  static SessionRef Share(MFReaderSession& session);
 
   MFReaderSession* Get() const { return _session; }
   MFReaderSession* operator->() const { return _session; }
