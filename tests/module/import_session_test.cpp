@@ -27,7 +27,7 @@ class ImportSessionTest : public ::testing::Test {
 
   static std::unique_ptr<ReadingSession> Open(const char* clip) {
     Url url;
-    EXPECT_FALSE(url.Set(("file://" + tessel::fixtures::Path(clip)).c_str()).IsError());
+    EXPECT_FALSE(url.Set(tessel::fixtures::Path(clip).c_str()).IsError());
     Result<std::unique_ptr<ReadingSession>> opened = ReadingSession::Open(url);
     EXPECT_FALSE(opened.IsError()) << clip;
     return opened.IsError() ? nullptr : std::move(opened.GetValue());
@@ -96,7 +96,7 @@ TEST_F(ImportSessionTest, FramesByTimeForwardBackwardAndToTheEnd) {
   EXPECT_FALSE(session->Execute(TimeValue(0.01), 0).IsError());
   EXPECT_EQ(sink->GetFrameCount(), delivered) << "the frame on show is not delivered again";
 
-  Result<void> end = session->Execute(TimeValue(2.0), 0);
+  Result<void> end = session->Execute(TimeValue(3.0), 0);
   EXPECT_TRUE(IsErrorOfClass(end.GetError(), g_MediaStreamEOFErrorObject));
   EXPECT_EQ(std::string(ErrorOf(end.GetError()).GetMessage().GetCString().GetValue().GetCString()), "End of stream");
   EXPECT_FALSE(session->Close().IsError());

@@ -1,26 +1,12 @@
-// The import's stream classes, defined in this test program as the module defines
-// them, so that the host makes real stream objects around the components under test.
-#include "vorna/translationunit.h"
-
 #include "import_test_streams.h"
 
 #include <gtest/gtest.h>
 
-namespace tessel {
+#include "media_win_mf.h"
+
+namespace tessel::testing {
 
 using namespace vorna;
-
-VORNA_DEFINE_OBJECT_USE(g_testImageImportStreamClass, "vorna.MediaStreamImageDataImportClass");
-VORNA_DEFINE_OBJECT_USE(g_testAudioImportStreamClass, "vorna.MediaStreamAudioDataImportClass");
-
-VORNA_COMPONENT_CLASS(MediaStreamMovieStreamWinMFImportImpl, g_testMovieStreamClass,
-                      "net.vorna.mediastream.winmf.video", ".MediaStreamMovieStreamWinMFImportImpl",
-                      &g_testImageImportStreamClass, &MediaStreamImageDataImportInterface::_record);
-VORNA_COMPONENT_CLASS(MediaStreamAudioStreamWinMFImportImpl, g_testAudioStreamClass,
-                      "net.vorna.mediastream.winmf.audio", ".MediaStreamAudioStreamWinMFImportImpl",
-                      &g_testAudioImportStreamClass, &MediaStreamAudioDataImportInterface::_record);
-
-namespace testing {
 
 namespace {
 
@@ -42,7 +28,7 @@ SessionRef SessionOver(ScriptedSourceReader* reader) {
 
 TestMovieStream MakeMovieStream(const SessionRef& session, UINT32 streamIndex, Int durationTicks) {
   TestMovieStream stream;
-  stream.object = MakeObject(g_testMovieStreamClass);
+  stream.object = MakeObject(g_movieStreamClass);
   stream.movie = GetComponent<MediaStreamMovieStreamWinMFImportImpl>(stream.object);
   stream.sink = host::AttachImageSink(stream.object, "vorna.PixelFormats.RGBA:u8");
   MediaStreamMovieStreamWinMFImportImpl& movie = *stream.movie;
@@ -61,7 +47,7 @@ TestMovieStream MakeMovieStream(const SessionRef& session, UINT32 streamIndex, I
 
 TestAudioStream MakeAudioStream(const SessionRef& session, UINT32 streamIndex) {
   TestAudioStream stream;
-  stream.object = MakeObject(g_testAudioStreamClass);
+  stream.object = MakeObject(g_audioStreamClass);
   stream.audio = GetComponent<MediaStreamAudioStreamWinMFImportImpl>(stream.object);
   stream.sink = host::AttachAudioSink(stream.object);
   stream.audio->_streamIndex = streamIndex;
@@ -75,5 +61,4 @@ int DeliveredIndex(const host::ImageSink& sink) {
   return frame.pixels[2] + 256 * frame.pixels[1];
 }
 
-}  // namespace testing
-}  // namespace tessel
+}  // namespace tessel::testing

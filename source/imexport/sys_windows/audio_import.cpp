@@ -2,11 +2,10 @@
 // hands every decoded platform buffer of its track, in the order of reading, to the
 // host's delegate, whatever time was asked. Nothing is converted, re-blocked or copied:
 // the delegate sees each locked buffer for the length of its call.
-#include "vorna/translationunit.h"
-
 #include "com_ref.h"
 #include "frame_fetch.h"
 #include "import_streams.h"
+#include "media_win_mf.h"
 #include "vorna/win_com.h"
 
 namespace tessel {
@@ -14,8 +13,6 @@ namespace tessel {
 using namespace vorna;
 
 namespace {
-
-VORNA_DEFINE_OBJECT_USE(g_soundPropertiesClass, "vorna.MediaStreamPropertiesClass");
 
 // Hands one buffer of a sample to audioData; the buffer is unlocked on every path.
 Result<void> DeliverBuffer(IMFSample* sample, DWORD index, const AudioDataCallback& audioData) {
@@ -52,7 +49,7 @@ Result<void> MediaStreamAudioStreamWinMFImportImpl::GetAudioData(const MediaConv
   // Set before anything can fail: a delivery that failed is not tried again.
   _audioDelivered = true;
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_soundPropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(stream));
   VORNA_RETURN_ON_ERROR(stream.InitStream(properties));
   Result<void> delivered = DeliverSound(*this, input, stream, properties);

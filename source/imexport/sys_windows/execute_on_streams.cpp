@@ -1,8 +1,6 @@
 // The body of the loaders' Execute: every subscribed stream of the input gets its frame
 // or its sound for the asked time. All of them are selected at the reader before any
 // sample is read, since the reader delivers only selected streams.
-#include "vorna/translationunit.h"
-
 #include "frame_fetch.h"
 #include "import_streams.h"
 #include "stream_analysis.h"

@@ -3,8 +3,6 @@
 // wanted time is close ahead, and seeks only when it lies behind the ring or too far
 // ahead of it. Every seek measures where it landed and corrects the session's seek
 // margin and the stream's reach for the next one.
-#include "vorna/translationunit.h"
-
 #include "frame_fetch.h"
 
 #include <algorithm>
@@ -13,6 +11,7 @@
 #include "com_ref.h"
 #include "frame_transfer.h"
 #include "import_streams.h"
+#include "media_win_mf.h"
 #include "vorna/diagnostics.h"
 #include "vorna/mediasession_keys.h"
 #include "vorna/referencedata.h"
@@ -24,15 +23,13 @@ using namespace vorna;
 
 namespace {
 
-VORNA_DEFINE_OBJECT_USE(g_framePropertiesClass, "vorna.MediaStreamPropertiesClass");
-
 using MovieStream = MediaStreamMovieStreamWinMFImportImpl;
 
 // The properties of one delivered frame, bound to stream.
 Result<MediaStreamProperties> FrameProperties(const MovieStream& movie, const MediaStreamInterface& stream,
                                               const SampleEntry& entry) {
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_framePropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(stream));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageWidth, Int64(movie._width)));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageHeight, Int64(movie._height)));
