@@ -155,13 +155,14 @@ Result<void> TransferFrame(IMFMediaBuffer* buffer, const FrameLayout& layout, co
       const Int bits = pixelFormat.GetBitsPerPixel();
       const LockedFrame frame{scanLine0, stride, bits, (bits + 7) / 8, layout.width, layout.height};
       failure = DeliverRotated(frame, layout.rotation, pixelFormat.GetChannelOffsets(), stream, properties);
-      if (!failure.IsError()) {
-        Result<void> finished = stream.FinishStream(properties);
-        lock.Unlock();
-        return finished;
-      }
-      lock.Unlock();
     }
+    if (!failure.IsError()) {
+      // The image is finished while the buffer can't change under it.
+      Result<void> finished = stream.FinishStream(properties);
+      lock.Unlock();
+      return finished;
+    }
+    lock.Unlock();
   }
   (void)stream.FinishStream(properties);
   return failure;
