@@ -1,5 +1,6 @@
 #include "import_loaders.h"
 
+#include "frame_fetch.h"
 #include "stream_analysis.h"
 #include "vorna/mediasession_keys.h"
 
@@ -31,6 +32,12 @@ Result<void> WinMFLoader<SELF>::Analyze(const ConverterBlock& inputs, Int, Int) 
   if (_session->reader) return OK;
   return AnalyzeSource(*_session, _url, MediaConverterInterface(this->GetObjectPointer()), false, false,
                        SELF::SKIP_VIDEO);
+}
+
+template <typename SELF>
+Result<void> WinMFLoader<SELF>::Execute(const ConverterBlock& inputs, const TimeValue& time, MEDIASESSIONFLAGS flags) {
+  if (inputs.count != 0 || !_session) return LoaderStateError();
+  return ExecuteOnStreams(*_session, MediaConverterInterface(this->GetObjectPointer()), time, flags);
 }
 
 template class WinMFLoader<MovieLoaderWinMFImpl>;

@@ -38,6 +38,10 @@ class WinMFLoader : public vorna::Component<SELF> {
     return vorna::OK;
   }
 
+  // Delivers the subscribed streams' frames and sound for time.
+  vorna::Result<void> Execute(const vorna::ConverterBlock& inputs, const vorna::TimeValue& time,
+                              vorna::MEDIASESSIONFLAGS flags);
+
   // Drops this loader's share of the session; the streams the host still holds keep
   // the reader alive.
   vorna::Result<void> Close(const vorna::ConverterBlock&) {

@@ -58,6 +58,7 @@ VORNA_COMPONENT_CLASS(MovieLoaderWinMFImpl, g_movieLoaderClass, "net.vorna.movie
                       VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
                       VORNA_OVERRIDE(MediaConverterInterface, Analyze),
                       VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
+                      VORNA_OVERRIDE(MediaConverterInterface, Execute),
                       VORNA_OVERRIDE(MediaConverterInterface, Close));
 VORNA_COMPONENT_CLASS(AudioLoaderWinMFImpl, g_audioLoaderClass, "net.vorna.audio.loader.winmf", ".AudioLoaderWinMFImpl",
                       &g_mediaConverterBaseClass, &MediaInputInterface::_record,
@@ -65,6 +66,7 @@ VORNA_COMPONENT_CLASS(AudioLoaderWinMFImpl, g_audioLoaderClass, "net.vorna.audio
                       VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
                       VORNA_OVERRIDE(MediaConverterInterface, Analyze),
                       VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
+                      VORNA_OVERRIDE(MediaConverterInterface, Execute),
                       VORNA_OVERRIDE(MediaConverterInterface, Close));
 
 VORNA_COMPONENT_CLASS(FileFormatHandlerMovieWinMFImpl, g_movieHandlerClass, "net.vorna.fileformathandler.movie.winmf",
