@@ -14,8 +14,12 @@ build: deps
 check: build
 	ctest --preset default -j $(JOBS)
 
+# A short clip with sound, made by the fixture generator, then probed, laid out as a
+# contact sheet and its sound written as a WAV file.
+DEMO_DIR := build/default/demo
 demo: build
-	./build/default/tools/tessel/tessel demo
+	./build/default/tests/fixtures/generate_fixtures $(DEMO_DIR) movie_aac.mp4
+	./build/default/tools/tessel/tessel demo $(DEMO_DIR)/movie_aac.mp4 -o $(DEMO_DIR)
 
 asan: deps
 	cmake --preset asan

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,11 @@ struct ImageFrame {
   std::string pixelFormat;        // the format the frame is kept in
   std::vector<uint8_t> pixels;    // top line first
   int64_t deliveredLines = 0;     // lines stored into this frame
+  // What the properties of the frame said at its end, when they had it:
+  // vorna.mediaproperties.video.sampletime and .sampleduration in seconds, .skippedframes.
+  std::optional<double> sampleTime;
+  std::optional<double> sampleDuration;
+  std::optional<int64_t> skippedFrames;
 };
 
 class ImageSink {

@@ -11,6 +11,7 @@
 #include "vorna/mediasession_keys.h"
 #include "vorna/mediasession_stream.h"
 #include "vorna/referencedata.h"
+#include "vorna/timevalue.h"
 #include "registries.h"
 #include "vorna_sinks.h"
 
@@ -21,6 +22,14 @@ namespace {
 constexpr SourceLocation SINK_LOCATION{"host/sinks", 1, 0};
 
 PixelFormat FindPixelFormat(const std::string& id);
+
+// A time of a frame's properties, a TimeValue or plain seconds.
+std::optional<double> ReadSeconds(const MediaStreamPropertiesInterface& properties, const InternedId& key) {
+  Result<TimeValue> time = properties.Get<TimeValue>(key);
+  if (!time.IsError()) return time.GetValue().GetSeconds();
+  Result<Float64> seconds = properties.Get<Float64>(key);
+  return seconds.IsError() ? std::nullopt : std::optional<double>(seconds.GetValue());
+}
 
 // Keeps the frame being delivered apart from the last finished one.
 class ImageSinkImpl : public ImageSink {
@@ -45,7 +54,7 @@ class ImageSinkImpl : public ImageSink {
     if (!convert.GetValue() || width < 0 || height < 0 || width > 1 << 16 || height > 1 << 16)
       return RaiseError(g_IllegalArgumentErrorObject, SINK_LOCATION);
     _convert = convert.GetValue();
-    _current = ImageFrame{width, height, _target.GetBytesPerLine(width, 1), _target.GetShortName().GetCString(), {}, 0};
+    _current = ImageFrame{width, height, _target.GetBytesPerLine(width, 1), _target.GetShortName().GetCString(), {}, 0, {}, {}, {}};
     _current.pixels.assign(size_t(_current.bytesPerLine * height), 0);
     _lines = 0;
     return OK;
@@ -64,9 +73,13 @@ class ImageSinkImpl : public ImageSink {
     return OK;
   }
 
-  Result<void> Finish() {
+  Result<void> Finish(const MediaStreamPropertiesInterface& properties) {
     std::lock_guard lock(_mutex);
     _current.deliveredLines = _lines.load();
+    _current.sampleTime = ReadSeconds(properties, g_mediaPropertiesVideoSampletime);
+    _current.sampleDuration = ReadSeconds(properties, g_mediaPropertiesVideoSampleduration);
+    Result<Int64> skipped = properties.Get<Int64>(g_mediaPropertiesVideoSkippedframes);
+    _current.skippedFrames = skipped.IsError() ? std::nullopt : std::optional<int64_t>(skipped.GetValue());
     _finished = _current;
     _frames.fetch_add(1);
     return OK;
@@ -124,7 +137,9 @@ class MediaStreamImageImportComponent : public Component<MediaStreamImageImportC
     if (set.IsError()) return set.GetErrorResult();
     return handler;
   }
-  Result<void> FinishStream(const MediaStreamPropertiesInterface&) { return sink ? sink->Finish() : OK; }
+  Result<void> FinishStream(const MediaStreamPropertiesInterface& properties) {
+    return sink ? sink->Finish(properties) : OK;
+  }
 
   std::shared_ptr<ImageSinkImpl> sink;
 };

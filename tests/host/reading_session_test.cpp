@@ -46,6 +46,9 @@ TEST_F(ReadingSessionTest, FindsTheReaderAndDrivesItFrameByFrame) {
   EXPECT_EQ(frame.deliveredLines, 2);
   EXPECT_EQ(frame.pixels[0], 3);
   EXPECT_EQ(frame.pixels[3], 255) << "BGRX gives opaque RGBA";
+  ASSERT_TRUE(frame.sampleTime.has_value()) << "the frame keeps the properties it was delivered with";
+  EXPECT_DOUBLE_EQ(*frame.sampleTime, 0.3);
+  EXPECT_FALSE(frame.skippedFrames.has_value());
 
   Result<void> end = session.Execute(TimeValue(1.0), 0);
   EXPECT_TRUE(IsErrorOfClass(end.GetError(), g_MediaStreamEOFErrorObject));

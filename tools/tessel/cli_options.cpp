@@ -21,20 +21,29 @@ std::string DefaultModuleDirectory() {
   return fromEnvironment ? fromEnvironment : TESSEL_DEFAULT_MODULE_DIR;
 }
 
+bool NeedsValue(const std::string& arg) { return arg == "--set" || arg == "--modules" || arg == "--module"; }
+
 }  // namespace
 
 bool ParseOptions(int argc, char** argv, Options& options, std::string& error) {
   options.moduleDirectory = DefaultModuleDirectory();
   for (int i = 1; i < argc; ++i) {
     std::string arg = argv[i];
-    bool hasValue = i + 1 < argc;
-    if (arg == "--set" && hasValue) {
+    if (NeedsValue(arg) && i + 1 >= argc) {
+      error = arg + " expects a value";
+      return false;
+    }
+    if (arg == "--set") {
       if (!TakeSetting(argv[++i], options, error)) return false;
-    } else if (arg == "--modules" && hasValue) {
+    } else if (arg == "--modules") {
       options.moduleDirectory = argv[++i];
+    } else if (arg == "--module") {
+      options.moduleName = argv[++i];
     } else if (arg == "--log") {
       options.log = true;
-    } else if (options.command.empty() && arg.rfind("--", 0) != 0) {
+    } else if (options.command.empty() && (arg == "--help" || arg == "-h")) {
+      options.command = "help";
+    } else if (options.command.empty() && arg.rfind("-", 0) != 0) {
       options.command = arg;
     } else if (!options.command.empty()) {
       options.arguments.push_back(arg);

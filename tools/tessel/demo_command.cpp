@@ -1,6 +1,10 @@
-// tessel demo: loads the module through the host and shows what it registered.
+// tessel demo [CLIP -o DIR]: loads the module through the host and shows what it
+// registered. Given a clip, it then probes it and writes a contact sheet and its sound
+// into DIR, and says where they are; `make demo` runs it on a clip it generates.
 #include <cstdio>
+#include <filesystem>
 
+#include "command_arguments.h"
 #include "commands.h"
 #include "session.h"
 
@@ -13,16 +17,9 @@ void PrintList(const char* title, const std::vector<std::string>& items) {
   for (const auto& item : items) std::printf("    %s\n", item.c_str());
 }
 
-}  // namespace
-
-int RunDemo(const Options& options) {
-  Session session;
-  std::string error;
-  if (!session.Open(options, error)) {
-    std::fprintf(stderr, "tessel: %s\n", error.c_str());
-    return 2;
-  }
-  std::printf("Loaded %s from %s\n", MODULE_NAME, options.moduleDirectory.c_str());
+void PrintModule(const Options& options, const Session& session) {
+  std::printf("Loaded %s from %s\n", options.moduleName.empty() ? MODULE_NAME : options.moduleName.c_str(),
+              options.moduleDirectory.c_str());
   for (const auto& record : vorna::host::DescribeModule(session.Module())) {
     std::printf("module %s\n", record.id.c_str());
     if (!record.dependencies.empty()) PrintList("dependencies", record.dependencies);
@@ -32,7 +29,43 @@ int RunDemo(const Options& options) {
   std::printf("configuration variables:\n");
   for (const auto& variable : vorna::host::ListConfiguration())
     std::printf("  %s = %s  (%s)\n", variable.name.c_str(), variable.value ? "true" : "false", variable.help.c_str());
-  return 0;
+}
+
+bool ShowClip(const std::string& clip, const std::string& directory, Failure& failure) {
+  std::error_code error;
+  std::filesystem::create_directories(directory, error);
+  if (error) {
+    failure = {kExitFailure, directory + ": " + error.message()};
+    return false;
+  }
+  SheetRequest sheet;
+  sheet.output = (std::filesystem::path(directory) / "sheet.png").string();
+  SoundRequest sound;
+  sound.output = (std::filesystem::path(directory) / "sound.wav").string();
+  std::printf("\n$ tessel probe %s\n", clip.c_str());
+  if (!PrintProbe(clip, false, failure)) return false;
+  std::printf("\n$ tessel sheet %s -o %s\n", clip.c_str(), sheet.output.c_str());
+  if (!WriteSheet(clip, sheet, failure)) return false;
+  std::printf("\n$ tessel audio %s -o %s\n", clip.c_str(), sound.output.c_str());
+  if (!WriteSound(clip, sound, failure)) return false;
+  std::printf("\nLook at %s and listen to %s.\n", sheet.output.c_str(), sound.output.c_str());
+  return true;
+}
+
+}  // namespace
+
+int RunDemo(const Options& options) {
+  CommandArguments arguments;
+  Failure failure;
+  bool withClip = !options.arguments.empty();
+  if (withClip && !arguments.Parse(options.arguments, {{"-o"}, {}, 1, "CLIP -o DIR, or nothing"}, failure))
+    return Report(failure);
+  if (withClip && !arguments.Has("-o")) return Report(UsageFailure("demo CLIP needs -o DIR"));
+  Session session;
+  if (!session.Open(options, failure)) return Report(failure);
+  PrintModule(options, session);
+  if (withClip && !ShowClip(arguments.Positional(0), arguments.Text("-o"), failure)) return Report(failure);
+  return kExitOk;
 }
 
 }  // namespace tessel::cli

@@ -8,9 +8,41 @@
 namespace {
 
 constexpr const char* USAGE =
-    "usage: tessel [--set NAME=VALUE]... [--modules DIR] [--log] COMMAND [ARGS]\n"
+    "usage: tessel [--set NAME=VALUE]... [--log] COMMAND [ARGS]\n"
+    "\n"
     "commands:\n"
-    "  demo    load the module through the host and show what it registered\n";
+    "  probe FILE [--json]          the file formats that claim FILE, its streams and their formats\n"
+    "  frame FILE --at SECONDS -o OUT.png [--square] [--stream N] [--json]\n"
+    "                               the frame for a time as a PNG; --square: square pixels,\n"
+    "                               --stream N: the N-th video stream (from 0)\n"
+    "  frames FILE (--every SECONDS | --count N) -o DIR [--square] [--stream N]\n"
+    "                               frames as DIR/frame_0001.png, ...\n"
+    "  sheet FILE -o SHEET.png [--columns C] [--count N] [--stream N]\n"
+    "                               a contact sheet of N frames (12) in C columns (4), with times\n"
+    "  audio FILE -o OUT.wav [--stream N]\n"
+    "                               the sound of the N-th audio stream as a WAV file\n"
+    "  formats                      the registered file formats, handlers and savers\n"
+    "  demo [CLIP -o DIR]           what the module registered; with a clip: probe, sheet, sound\n"
+    "  help                         this text\n"
+    "\n"
+    "options for every command:\n"
+    "  --set NAME=VALUE             set a configuration variable (true, false, 1, 0)\n"
+    "  --log                        show the module's diagnostic lines (on stderr)\n"
+    "\n"
+    "exit codes: 0 done, 1 failed, 2 no such file, 3 no reader for the file,\n"
+    "            4 time past the end of the stream, 5 module not loaded, 64 bad usage\n";
+
+struct Command {
+  const char* name;
+  int (*run)(const tessel::cli::Options& options);
+};
+
+constexpr Command COMMANDS[] = {
+    {"probe", tessel::cli::RunProbe},   {"frame", tessel::cli::RunFrame},
+    {"frames", tessel::cli::RunFrames}, {"sheet", tessel::cli::RunSheet},
+    {"audio", tessel::cli::RunAudio},   {"formats", tessel::cli::RunFormats},
+    {"demo", tessel::cli::RunDemo},
+};
 
 }  // namespace
 
@@ -19,13 +51,18 @@ int main(int argc, char** argv) {
   std::string error;
   if (!tessel::cli::ParseOptions(argc, argv, options, error)) {
     std::fprintf(stderr, "tessel: %s\n%s", error.c_str(), USAGE);
-    return 64;
+    return tessel::cli::kExitUsage;
   }
-  if (options.command == "demo") return tessel::cli::RunDemo(options);
-  if (options.command.empty() || options.command == "help") {
-    std::fputs(USAGE, options.command.empty() ? stderr : stdout);
-    return options.command.empty() ? 64 : 0;
+  for (const Command& command : COMMANDS)
+    if (options.command == command.name) return command.run(options);
+  if (options.command == "help") {
+    std::fputs(USAGE, stdout);
+    return tessel::cli::kExitOk;
   }
-  std::fprintf(stderr, "tessel: unknown command %s\n%s", options.command.c_str(), USAGE);
-  return 64;
+  if (options.command.empty()) {
+    std::fputs(USAGE, stderr);
+  } else {
+    std::fprintf(stderr, "tessel: unknown command %s\n%s", options.command.c_str(), USAGE);
+  }
+  return tessel::cli::kExitUsage;
 }

@@ -1,43 +1,46 @@
 #include "session.h"
 
-#include "vorna/errorbase.h"
+#include <cstdio>
 
 namespace tessel::cli {
+
+namespace {
+
+void PrintToStderr(const char* line) { std::fputs(line, stderr); }
+
+}  // namespace
 
 Session::~Session() {
   if (_module) vorna::host::UnloadModule(_module);
   if (_started) vorna::host::Stop();
+  vorna::host::SetConsoleSink(nullptr);
 }
 
-bool Session::Open(const Options& options, std::string& error) {
+bool Session::Open(const Options& options, Failure& failure) {
+  vorna::host::SetConsoleSink(&PrintToStderr);
   vorna::host::HostOptions hostOptions{options.moduleDirectory};
   vorna::Result<void> started = vorna::host::StartWithClient(hostOptions);
   if (started.IsError()) {
-    error = DescribeError(started.GetError());
+    failure = {kExitNoModule, "the host did not start: " + DescribeError(started.GetError())};
     return false;
   }
   _started = true;
   vorna::host::SetOutputMask(options.log ? 7 : 6);
   for (const auto& [name, value] : options.settings) {
     if (!vorna::host::SetConfiguration(name, value)) {
-      error = "cannot set " + name + " to \"" + value + "\": expected true, false, 1 or 0";
+      failure = UsageFailure("cannot set " + name + " to \"" + value + "\": expected true, false, 1 or 0");
       return false;
     }
   }
-  vorna::Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule(MODULE_NAME);
+  std::string name = options.moduleName.empty() ? MODULE_NAME : options.moduleName;
+  vorna::Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule(name);
   if (loaded.IsError()) {
-    error = DescribeError(loaded.GetError());
+    failure = {kExitNoModule, "cannot load " + name + " from " + options.moduleDirectory + ": " +
+                                  DescribeError(loaded.GetError())};
     return false;
   }
   _module = loaded.GetValue();
   return true;
-}
-
-std::string DescribeError(vorna::ErrorWord error) {
-  vorna::ErrorInterface object = vorna::ErrorOf(error);
-  if (!object) return "unknown error";
-  vorna::Result<vorna::CString> text = object.ToString(nullptr).GetCString();
-  return text.IsError() ? "unknown error" : text.GetValue().GetCString();
 }
 
 }  // namespace tessel::cli

@@ -1,9 +1,12 @@
-// The host with the module loaded, for the time of one command.
+// The host with the module loaded, for the time of one command. The module's console
+// lines go to stderr, so that stdout carries only what the command prints.
 #pragma once
 
 #include <string>
 
 #include "cli_options.h"
+#include "host_text.h"
+#include "failure.h"
 #include "vorna_host.h"
 
 namespace tessel::cli {
@@ -17,17 +20,14 @@ class Session {
   Session& operator=(const Session&) = delete;
   ~Session();
 
-  // Starts the host, applies the settings and loads the module. False with a message
-  // in error when that fails.
-  bool Open(const Options& options, std::string& error);
+  // Starts the host, applies the settings and loads the module (options.moduleName, or
+  // the media module). False with a failure when that fails.
+  bool Open(const Options& options, Failure& failure);
   vorna::host::LoadedModule* Module() const { return _module; }
 
  private:
   bool _started = false;
   vorna::host::LoadedModule* _module = nullptr;
 };
-
-// The text of the error behind a word: class id and message.
-std::string DescribeError(vorna::ErrorWord error);
 
 }  // namespace tessel::cli
