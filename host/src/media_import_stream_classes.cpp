@@ -54,8 +54,12 @@ class ImageSinkImpl : public ImageSink {
     if (!convert.GetValue() || width < 0 || height < 0 || width > 1 << 16 || height > 1 << 16)
       return RaiseError(g_IllegalArgumentErrorObject, SINK_LOCATION);
     _convert = convert.GetValue();
+    // The buffer of the frame before last is reused: a player's frames keep their size,
+    // and a fresh allocation per frame costs more than the frame's conversion.
+    std::vector<uint8_t> pixels = std::move(_current.pixels);
     _current = ImageFrame{width, height, _target.GetBytesPerLine(width, 1), _target.GetShortName().GetCString(), {}, 0, {}, {}, {}};
-    _current.pixels.assign(size_t(_current.bytesPerLine * height), 0);
+    pixels.assign(size_t(_current.bytesPerLine * height), 0);
+    _current.pixels = std::move(pixels);
     _lines = 0;
     return OK;
   }
@@ -80,7 +84,7 @@ class ImageSinkImpl : public ImageSink {
     _current.sampleDuration = ReadSeconds(properties, g_mediaPropertiesVideoSampleduration);
     Result<Int64> skipped = properties.Get<Int64>(g_mediaPropertiesVideoSkippedframes);
     _current.skippedFrames = skipped.IsError() ? std::nullopt : std::optional<int64_t>(skipped.GetValue());
-    _finished = _current;
+    std::swap(_finished, _current);
     _frames.fetch_add(1);
     return OK;
   }
