@@ -62,6 +62,7 @@ class JobPool {
   void EnqueueGroup(JobGroup* group);
   Bool EnqueueJob(JobWord job);
   Result<void> Wait(JobGroup* group, TimeValue timeout);
+  void WaitIdle();
 
  private:
   void WorkerMain();
@@ -72,7 +73,9 @@ class JobPool {
   std::mutex _mutex;
   std::condition_variable _workQueued;
   std::condition_variable _groupEnded;
+  std::condition_variable _idle;
   std::deque<Work> _queue;
+  Int _busyWorkers = 0;
   std::vector<std::thread> _workers;
   Bool _running = false;
 };
@@ -96,6 +99,7 @@ void JobPool::Stop() {
     _running = false;
   }
   _workQueued.notify_all();
+  _idle.notify_all();
   for (std::thread& worker : _workers) worker.join();
   _workers.clear();
   DropQueuedJobs();
@@ -183,6 +187,7 @@ void JobPool::WorkerMain() {
   for (;;) {
     _workQueued.wait(lock, [this] { return !_running || !_queue.empty(); });
     if (!_running) return;
+    ++_busyWorkers;
     Work work = _queue.front();
     if (work.group) {
       Int index = ClaimLocked(work.group);
@@ -195,7 +200,13 @@ void JobPool::WorkerMain() {
       ReleaseJob(work.job);
     }
     lock.lock();
+    if (--_busyWorkers == 0 && _queue.empty()) _idle.notify_all();
   }
+}
+
+void JobPool::WaitIdle() {
+  std::unique_lock lock(_mutex);
+  _idle.wait(lock, [this] { return !_running || (_busyWorkers == 0 && _queue.empty()); });
 }
 
 // A wait whose finite timeout passes first gives an illegal-state error and leaves the
@@ -231,6 +242,8 @@ Result<void> JobPool::Wait(JobGroup* group, TimeValue timeout) {
 
 void StartJobPool(Int workerCount) { g_pool.Start(workerCount); }
 void StopJobPool() { g_pool.Stop(); }
+
+void WaitForIdleJobPool() { g_pool.WaitIdle(); }
 
 JobGroup* CreateJobGroup(Int jobCount, Int jobSize, Int stateSize) {
   const Int state = stateSize & ~Int(3);

@@ -16,6 +16,8 @@ void StartJobPool(Int workerCount);
 // Lets every worker finish the job it runs, joins them and drops the heap jobs still
 // queued without running them. Jobs of groups still queued are left to their waiters.
 void StopJobPool();
+// Returns once no job runs or waits in the queue; at once when the pool is stopped.
+void WaitForIdleJobPool();
 
 // The services of vorna.ThreadServices#1 and vorna.JobQueueInterface#1; callable from
 // any thread.

@@ -9,6 +9,7 @@
 
 #include "configuration_registry.h"
 #include "interface_registry.h"
+#include "job_pool.h"
 #include "providers.h"
 #include "registries.h"
 #include "vorna/diagnostics.h"
@@ -293,11 +294,16 @@ Result<LoadedModule*> AttachRecords(ModuleRecord** list, const std::string& name
   return raw;
 }
 
+// A job of the module can still be on a worker's stack after the module's last object
+// is gone (a read job returns after its callback has fired), so the library closes only
+// once the pool has no job running or queued.
 void DetachRecords(LoadedModule* module) {
-  std::lock_guard lock(g_mutex);
+  std::unique_lock lock(g_mutex);
   Unload(module);
   void* library = module->library;
   std::erase_if(g_modules, [&](auto& m) { return m.get() == module; });
+  lock.unlock();
+  WaitForIdleJobPool();
   if (library) dlclose(library);
 }
 

@@ -4,6 +4,7 @@
 // Without a sink, deliveries succeed and are dropped.
 #include "vorna/translationunit.h"
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 
@@ -55,11 +56,13 @@ class ImageSinkImpl : public ImageSink {
       return RaiseError(g_IllegalArgumentErrorObject, SINK_LOCATION);
     _convert = convert.GetValue();
     // The buffer of the frame before last is reused: a player's frames keep their size,
-    // and a fresh allocation per frame costs more than the frame's conversion.
+    // and a fresh allocation per frame costs more than the frame's conversion. Lines that
+    // don't arrive are cleared when the frame finishes.
     std::vector<uint8_t> pixels = std::move(_current.pixels);
     _current = ImageFrame{width, height, _target.GetBytesPerLine(width, 1), _target.GetShortName().GetCString(), {}, 0, {}, {}, {}};
-    pixels.assign(size_t(_current.bytesPerLine * height), 0);
+    pixels.resize(size_t(_current.bytesPerLine * height));
     _current.pixels = std::move(pixels);
+    _stored.assign(size_t(height), 0);
     _lines = 0;
     return OK;
   }
@@ -73,6 +76,7 @@ class ImageSinkImpl : public ImageSink {
     Int bytesPerPixel = (_target.GetBitsPerPixel() + 7) / 8;
     UChar* destination = _current.pixels.data() + range.y * _current.bytesPerLine + range.x * bytesPerPixel;
     _convert(destination, source.pixels, range.count, source.pixelStep);
+    _stored[size_t(range.y)] = 1;
     _lines.fetch_add(1);
     return OK;
   }
@@ -80,6 +84,7 @@ class ImageSinkImpl : public ImageSink {
   Result<void> Finish(const MediaStreamPropertiesInterface& properties) {
     std::lock_guard lock(_mutex);
     _current.deliveredLines = _lines.load();
+    ClearMissingLines();
     _current.sampleTime = ReadSeconds(properties, g_mediaPropertiesVideoSampletime);
     _current.sampleDuration = ReadSeconds(properties, g_mediaPropertiesVideoSampleduration);
     Result<Int64> skipped = properties.Get<Int64>(g_mediaPropertiesVideoSkippedframes);
@@ -90,10 +95,16 @@ class ImageSinkImpl : public ImageSink {
   }
 
  private:
+  void ClearMissingLines() {
+    for (size_t y = 0; y < _stored.size(); ++y)
+      if (!_stored[y]) std::fill_n(_current.pixels.begin() + Int(y) * _current.bytesPerLine, _current.bytesPerLine, 0);
+  }
+
   PixelFormat _target;
   PixelFormat _source;
   ConvertPixelFunc _convert = nullptr;
   ImageFrame _current;
+  std::vector<uint8_t> _stored;  // per line of _current: 1 once stored
   std::atomic<int64_t> _lines{0};
   mutable std::mutex _mutex;
   ImageFrame _finished;

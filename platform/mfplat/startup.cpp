@@ -2,6 +2,7 @@
 // balanced by one MFShutdown; the platform is up while the count is above zero.
 #include "mfapi.h"
 #include "mferror.h"
+#include "mfplat/work_queue.h"
 #include "platform_counters.h"
 
 using tessel::platform::GetCounters;
@@ -18,6 +19,9 @@ extern "C" HRESULT WINAPI MFStartup(ULONG version, DWORD /*flags*/) {
 extern "C" HRESULT WINAPI MFShutdown() {
   auto& c = GetCounters();
   if (c.mfStartupCalls.load() <= c.mfShutdownCalls.load()) return MF_E_PLATFORM_NOT_INITIALIZED;
+  // Callbacks still queued may hold the caller's objects; they run before the caller
+  // goes on to tear down what they refer to.
+  tessel::platform::DrainWorkQueue();
   ++c.mfShutdownCalls;
   return S_OK;
 }

@@ -21,10 +21,18 @@ class WorkQueue {
     if (thread_.joinable()) thread_.join();
   }
 
+  void Drain() {
+    std::unique_lock lock(mutex_);
+    if (!thread_.joinable() || std::this_thread::get_id() == thread_.get_id()) return;
+    const unsigned long long ticket = posted_;
+    drained_.wait(lock, [&] { return done_ >= ticket; });
+  }
+
   void Post(std::function<void()> job) {
     std::lock_guard lock(mutex_);
     if (!thread_.joinable()) thread_ = std::thread([this] { Run(); });
     jobs_.push_back(std::move(job));
+    ++posted_;
     wake_.notify_one();
   }
 
@@ -39,13 +47,19 @@ class WorkQueue {
       jobs_.pop_front();
       lock.unlock();
       job();
+      job = nullptr;
       lock.lock();
+      ++done_;
+      drained_.notify_all();
     }
   }
 
   std::mutex mutex_;
   std::condition_variable wake_;
+  std::condition_variable drained_;
   std::deque<std::function<void()>> jobs_;
+  unsigned long long posted_ = 0;  // jobs ever queued
+  unsigned long long done_ = 0;    // jobs ever finished, their captures released
   bool stopping_ = false;
   std::thread thread_;
 };
@@ -56,6 +70,8 @@ WorkQueue& TheQueue() {
 }
 
 }  // namespace
+
+void DrainWorkQueue() { TheQueue().Drain(); }
 
 HRESULT PostToWorkQueue(std::function<void()> job) {
   try {
