@@ -26,15 +26,8 @@ if [ ! -s "$clip" ]; then
     -c:v libx264 -preset veryfast -crf 20 -g 30 -bf 2 "$clip"
 fi
 
-seconds_of() {
-  local start end
-  start=$(date +%s.%N)
-  "$@" >"$work/last_output" 2>&1
-  end=$(date +%s.%N)
-  awk -v a="$start" -v b="$end" 'BEGIN { print b - a }'
-}
-smaller() { awk -v a="$1" -v b="$2" 'BEGIN { print (a < b) ? a : b }'; }
-divide() { awk -v a="$1" -v b="$2" 'BEGIN { print a / b }'; }
+# shellcheck source=../timing.sh
+. "$(dirname "$0")/../timing.sh"
 median_ms() { awk '{ print $2 }' "$1" | sort -g | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 # Right when the frame code is the frame shown at that time: floor(t * fps).
 right_count() { awk -v fps="$fps" '{ if ($3 == int($1 * fps + 1e-9)) n++ } END { print n + 0 }' "$1"; }

@@ -14,18 +14,8 @@ if [ ! -s "$clip" ]; then
     -c:v libx264 -preset veryfast -crf 20 -g 30 -pix_fmt yuv420p "$clip"
 fi
 
-# Wall-clock seconds of a command; its output goes to $work/last_output.
-seconds_of() {
-  local start end
-  start=$(date +%s.%N)
-  "$@" >"$work/last_output" 2>&1
-  end=$(date +%s.%N)
-  awk -v a="$start" -v b="$end" 'BEGIN { print b - a }'
-}
-
-smaller() { awk -v a="$1" -v b="$2" 'BEGIN { print (a < b) ? a : b }'; }
-
-divide() { awk -v a="$1" -v b="$2" 'BEGIN { print a / b }'; }
+# shellcheck source=../timing.sh
+. "$(dirname "$0")/../timing.sh"
 
 frames=$(ffprobe -v error -select_streams v:0 -count_packets -show_entries stream=nb_read_packets \
   -of csv=p=0 "$clip")
