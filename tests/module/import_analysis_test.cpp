@@ -5,6 +5,7 @@
 
 #include <mfapi.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "fixtures.h"
+#include "forwarding_source_reader.h"
 #include "host_environment.h"
 #include "import_loaders.h"
 #include "import_streams.h"
@@ -426,6 +428,91 @@ TEST_F(ImportTest, TheStrideComesFromTheTypeOrElseFromItsSubtypeAndWidth) {
   type->DeleteAllItems();
   EXPECT_TRUE(GetDefaultStrideFromType(type).IsError());
   type->Release();
+}
+
+
+// --- Native types the platform's reader doesn't offer -------------------------------
+
+// A movie loader of the anamorphic clip whose reader, once open, is wrapped in a
+// forwarding reader set up by configure; the analysis then walks the wrapper.
+class WrappedReaderTest : public ImportTest {
+ protected:
+  template <typename CONFIGURE>
+  void Analyze(CONFIGURE&& configure) {
+    const Data* entry = ExtensionPoint::FindEntry(ExtensionPoint::Find(Id("vorna.FileFormatHandlers")), Id("movie.winmf"));
+    StrongRef<FileFormatHandlerInterface> handler = GetObjectFromData<FileFormatHandlerInterface>(entry);
+    ASSERT_TRUE(handler);
+    Result<ObjectRef> made = handler.CreateHandler(ClipUrl(fixtures::kAnamorphicPal.name));
+    ASSERT_FALSE(made.IsError());
+    _loader = MediaConverter(Cast<MediaConverterInterface>(made.GetValue()));
+    auto* component = GetComponent<MovieLoaderWinMFImpl>(_loader);
+    ASSERT_NE(component, nullptr);
+    MFReaderSession& session = *component->_session;
+    ASSERT_FALSE(OpenSource(session, component->_url).IsError());
+    auto* wrapper = tessel::testing::ForwardingSourceReader::Wrap(session.reader);
+    session.reader = wrapper;
+    configure(*wrapper);
+    Result<void> analysed = AnalyzeOpenedSource(session, _loader, false, false, false);
+    ASSERT_FALSE(analysed.IsError()) << MessageOf(analysed.GetError());
+    Result<BaseArray<MediaStream>> streams = _loader.GetOutputStreams(0);
+    ASSERT_FALSE(streams.IsError());
+    ASSERT_GE(streams.GetValue().GetCount(), 1);
+    _video = streams.GetValue()[0];
+  }
+
+  void TearDown() override {
+    if (_loader) EXPECT_FALSE(_loader.Close({}).IsError());
+    ImportTest::TearDown();
+  }
+
+  MediaConverter _loader;
+  MediaStream _video;
+};
+
+TEST_F(WrappedReaderTest, FurtherNativeTypesPublishTheirOwnPixelFormatWithTheSizeRateAndLengthOfTypeZero) {
+  Analyze([](tessel::testing::ForwardingSourceReader& reader) {
+    reader.furtherTypes = {{MFMediaType_Video, MFVideoFormat_YUY2},
+                           {MFMediaType_Video, MFVideoFormat_RGB24},
+                           {MFMediaType_Audio, MFAudioFormat_PCM}};
+  });
+  ASSERT_TRUE(_video);
+  std::vector<Int64> keys = FormatKeys(_video);
+  std::sort(keys.begin(), keys.end());
+  EXPECT_EQ(keys, (std::vector<Int64>{-3, -2, -1, 1, 2, 3})) << "the sound type of the stream gives no key";
+
+  const Bool advanced = MovieStream(_video)._session->advancedProcessing;
+  const std::pair<Int64, GUID> subtypes[] = {{1, MFVideoFormat_H264}, {2, MFVideoFormat_YUY2}, {3, MFVideoFormat_RGB24}};
+  for (const auto& [key, subtype] : subtypes) {
+    const std::string expected = SubtypeToPixelFormat(subtype, advanced).GetShortName().GetCString();
+    EXPECT_EQ(PixelFormatName(_video, key), expected) << key;
+    EXPECT_EQ(PixelFormatName(_video, -key), expected) << -key;
+    EXPECT_EQ(PublishedSize(_video, key), (Size{720, 576})) << key;
+    EXPECT_EQ(PublishedSize(_video, -key), (Size{768, 576})) << -key;
+    EXPECT_EQ(Property<Float64>(_video, -key, g_mediaFormatImageAspectratio), 1.0) << -key;
+    EXPECT_EQ(Property<Float64>(_video, key, g_mediaFormatVideoFps), 25.0) << key;
+    EXPECT_EQ(Property<TimeValue>(_video, key, g_mediaFormatVideoDuration).GetSeconds(),
+              Property<TimeValue>(_video, 1, g_mediaFormatVideoDuration).GetSeconds())
+        << key;
+  }
+  EXPECT_NE(PixelFormatName(_video, 2), PixelFormatName(_video, 3));
+  EXPECT_DOUBLE_EQ(Property<Float64>(_video, 1, g_mediaFormatImageAspectratio), 16.0 / 15.0);
+  EXPECT_EQ(Property<TimeValue>(_video, 1, g_mediaFormatVideoStarttime).GetSeconds(), TIMEVALUE_MINUSINFINITE);
+  for (Int64 key : {2, 3}) {
+    auto format = _video.GetFormat(MakeData(key));
+    EXPECT_TRUE(format.GetData(g_mediaFormatImageAspectratio).IsError()) << key;
+    EXPECT_TRUE(format.GetData(g_mediaFormatVideoStarttime).IsError()) << key;
+  }
+}
+
+TEST_F(WrappedReaderTest, AFrameRateOverZeroPublishesTheLargestRateAndPreparesAFiveSecondWindow) {
+  Analyze([](tessel::testing::ForwardingSourceReader& reader) { reader.zeroRateDenominator = true; });
+  ASSERT_TRUE(_video);
+  EXPECT_EQ(Property<Float64>(_video, 1, g_mediaFormatVideoFps), 1.7976931348623157e308);
+  EXPECT_EQ(Property<Float64>(_video, 1, g_mediaFormatVideoFps), std::numeric_limits<Float64>::max());
+  MediaStreamMovieStreamWinMFImportImpl& stream = MovieStream(_video);
+  ASSERT_FALSE(PrepareVideoStream(stream, *stream._session, false).IsError());
+  EXPECT_EQ(stream._frameRate, 1.0);
+  EXPECT_EQ(stream._maxSeekDifference, 50000000) << "five seconds in 100 ns ticks";
 }
 
 }  // namespace

@@ -453,6 +453,11 @@ Result<void> CompletePreparation(MediaStreamMovieStreamWinMFImportImpl& stream, 
 Result<void> AnalyzeSource(MFReaderSession& session, const Url& url, const MediaConverterInterface& input,
                            Bool detectVideo, Bool detectAudio, Bool skipVideo) {
   VORNA_RETURN_ON_ERROR(OpenSource(session, url));
+  return AnalyzeOpenedSource(session, input, detectVideo, detectAudio, skipVideo);
+}
+
+Result<void> AnalyzeOpenedSource(MFReaderSession& session, const MediaConverterInterface& input, Bool detectVideo,
+                                 Bool detectAudio, Bool skipVideo) {
   return WalkStreams(StreamWalk{session, input, detectVideo, detectAudio}, skipVideo);
 }
 

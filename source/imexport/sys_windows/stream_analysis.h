@@ -1,8 +1,9 @@
 // Stream analysis: what a file holds, in the host's terms. AnalyzeSource opens the
-// reader and walks its streams once, publishing stream objects with their formats into
-// input (or, for a detection, only answering whether a stream can be served);
-// PrepareVideoStream commits a movie stream to one output type before its first frame.
-// Both run on the caller's thread, one at a time per session.
+// reader and walks its streams once (AnalyzeOpenedSource is that walk alone),
+// publishing stream objects with their formats into input (or, for a detection, only
+// answering whether a stream can be served); PrepareVideoStream commits a movie stream
+// to one output type before its first frame. Both run on the caller's thread, one at a
+// time per session.
 #pragma once
 
 #include <mfidl.h>
@@ -21,6 +22,10 @@ namespace tessel {
 vorna::Result<void> AnalyzeSource(MFReaderSession& session, const vorna::Url& url,
                                   const vorna::MediaConverterInterface& input, vorna::Bool detectVideo,
                                   vorna::Bool detectAudio, vorna::Bool skipVideo);
+
+// The walk of AnalyzeSource over a session whose reader is open already.
+vorna::Result<void> AnalyzeOpenedSource(MFReaderSession& session, const vorna::MediaConverterInterface& input,
+                                        vorna::Bool detectVideo, vorna::Bool detectAudio, vorna::Bool skipVideo);
 
 // squarePixels: the host selected a negative format key.
 vorna::Result<void> PrepareVideoStream(MediaStreamMovieStreamWinMFImportImpl& stream, MFReaderSession& session,
