@@ -461,7 +461,9 @@ class WrappedReaderTest : public ImportTest {
   }
 
   void TearDown() override {
-    if (_loader) EXPECT_FALSE(_loader.Close({}).IsError());
+    if (_loader) {
+      EXPECT_FALSE(_loader.Close({}).IsError());
+    }
     ImportTest::TearDown();
   }
 
