@@ -8,6 +8,7 @@
 
 #include "io_file.h"
 #include "io_file_descriptor.h"
+#include "io_stream_overrides.h"
 #include "vorna/component.h"
 
 namespace vorna::host {
@@ -48,12 +49,7 @@ class FileInputStreamComponent : public Component<FileInputStreamComponent> {
 
 VORNA_COMPONENT_CLASS(FileInputStreamComponent, g_inputStreamFileClass, "vorna.InputStreamFileClass", "",
                       &g_DataDictionaryObjectClass, &InputStreamInterface::_record,
-                      VORNA_OVERRIDE(BaseStreamInterface, GetStreamLength),
-                      VORNA_OVERRIDE(BaseStreamInterface, GetPosition), VORNA_OVERRIDE(BaseStreamInterface, Close),
-                      VORNA_OVERRIDE(BaseStreamInterface, SeekSupported), VORNA_OVERRIDE(BaseStreamInterface, Seek),
-                      VORNA_OVERRIDE(BaseStreamInterface, DisableBuffering),
-                      VORNA_OVERRIDE(InputStreamInterface, BytesAvailable),
-                      VORNA_OVERRIDE(InputStreamInterface, ReadEOS), VORNA_OVERRIDE(InputStreamInterface, Skip));
+                      VORNA_INPUT_STREAM_OVERRIDES);
 
 Result<InputStreamRef> OpenFileInputStream(const std::string& path) {
   VORNA_ASSIGN_OR_RETURN(ObjectRef object,

@@ -6,6 +6,7 @@
 
 #include "io_file.h"
 #include "io_file_descriptor.h"
+#include "io_stream_overrides.h"
 #include "vorna/component.h"
 
 namespace vorna::host {
@@ -38,10 +39,7 @@ class FileOutputStreamComponent : public Component<FileOutputStreamComponent> {
 
 VORNA_COMPONENT_CLASS(FileOutputStreamComponent, g_outputStreamFileClass, "vorna.OutputStreamFileClass", "",
                       &g_DataDictionaryObjectClass, &OutputStreamInterface::_record,
-                      VORNA_OVERRIDE(BaseStreamInterface, GetStreamLength),
-                      VORNA_OVERRIDE(BaseStreamInterface, GetPosition), VORNA_OVERRIDE(BaseStreamInterface, Close),
-                      VORNA_OVERRIDE(BaseStreamInterface, SeekSupported), VORNA_OVERRIDE(BaseStreamInterface, Seek),
-                      VORNA_OVERRIDE(BaseStreamInterface, DisableBuffering),
+                      VORNA_BASE_STREAM_OVERRIDES,
                       VORNA_OVERRIDE(OutputStreamInterface, Write), VORNA_OVERRIDE(OutputStreamInterface, Flush));
 
 Result<OutputStreamRef> OpenFileOutputStream(const std::string& path) {

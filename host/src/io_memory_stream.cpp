@@ -7,6 +7,7 @@
 
 #include "io_errors.h"
 #include "io_memory.h"
+#include "io_stream_overrides.h"
 #include "vorna/component.h"
 #include "vorna/formatstring.h"
 
@@ -76,12 +77,7 @@ class MemoryInputStreamComponent : public Component<MemoryInputStreamComponent> 
 
 VORNA_COMPONENT_CLASS(MemoryInputStreamComponent, g_inputStreamMemoryClass, "vorna.InputStreamMemoryClass", "",
                       &g_DataDictionaryObjectClass, &InputStreamInterface::_record,
-                      VORNA_OVERRIDE(BaseStreamInterface, GetStreamLength),
-                      VORNA_OVERRIDE(BaseStreamInterface, GetPosition), VORNA_OVERRIDE(BaseStreamInterface, Close),
-                      VORNA_OVERRIDE(BaseStreamInterface, SeekSupported), VORNA_OVERRIDE(BaseStreamInterface, Seek),
-                      VORNA_OVERRIDE(BaseStreamInterface, DisableBuffering),
-                      VORNA_OVERRIDE(InputStreamInterface, BytesAvailable),
-                      VORNA_OVERRIDE(InputStreamInterface, ReadEOS), VORNA_OVERRIDE(InputStreamInterface, Skip));
+                      VORNA_INPUT_STREAM_OVERRIDES);
 
 Result<InputStreamRef> OpenMemoryInputStream(MemoryBlob blob, const std::string& name) {
   VORNA_ASSIGN_OR_RETURN(ObjectRef object,
