@@ -52,36 +52,34 @@ VORNA_COMPONENT_CLASS(FileFormatAudioWinMFImpl, g_audioFileFormatClass, "net.vor
                       VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData));
 VORNA_PUBLISHED_OBJECT(g_audioFileFormat, "vorna.FileFormats", "audio.winmf", g_audioFileFormatClass);
 
+// The two loaders and the two handlers each override the same methods.
+#define WIN_MF_LOADER_OVERRIDES \
+  VORNA_OVERRIDE(MediaConverterInterface, SupportImportStrategy), \
+      VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData), \
+      VORNA_OVERRIDE(MediaConverterInterface, Analyze), \
+      VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute), \
+      VORNA_OVERRIDE(MediaConverterInterface, Execute), \
+      VORNA_OVERRIDE(MediaConverterInterface, Close)
+#define WIN_MF_HANDLER_OVERRIDES \
+  VORNA_OVERRIDE(FileFormatHandlerInterface, GetFileFormat), \
+      VORNA_OVERRIDE(FileFormatHandlerInterface, GetHandlerType), \
+      VORNA_OVERRIDE(FileFormatHandlerInterface, CreateHandler), \
+      VORNA_OVERRIDE(FileFormatHandlerInterface, GetDependends)
+
 VORNA_COMPONENT_CLASS(MovieLoaderWinMFImpl, g_movieLoaderClass, "net.vorna.movie.loader.winmf", ".MovieLoaderWinMFImpl",
                       &g_mediaConverterBaseClass, &MediaInputInterface::_record,
-                      VORNA_OVERRIDE(MediaConverterInterface, SupportImportStrategy),
-                      VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
-                      VORNA_OVERRIDE(MediaConverterInterface, Analyze),
-                      VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
-                      VORNA_OVERRIDE(MediaConverterInterface, Execute),
-                      VORNA_OVERRIDE(MediaConverterInterface, Close));
+                      WIN_MF_LOADER_OVERRIDES);
 VORNA_COMPONENT_CLASS(AudioLoaderWinMFImpl, g_audioLoaderClass, "net.vorna.audio.loader.winmf", ".AudioLoaderWinMFImpl",
                       &g_mediaConverterBaseClass, &MediaInputInterface::_record,
-                      VORNA_OVERRIDE(MediaConverterInterface, SupportImportStrategy),
-                      VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
-                      VORNA_OVERRIDE(MediaConverterInterface, Analyze),
-                      VORNA_OVERRIDE(MediaConverterInterface, PrepareExecute),
-                      VORNA_OVERRIDE(MediaConverterInterface, Execute),
-                      VORNA_OVERRIDE(MediaConverterInterface, Close));
+                      WIN_MF_LOADER_OVERRIDES);
 
 VORNA_COMPONENT_CLASS(FileFormatHandlerMovieWinMFImpl, g_movieHandlerClass, "net.vorna.fileformathandler.movie.winmf",
                       ".FileFormatHandlerMovieWinMFImpl", nullptr, &MediaSessionFileFormatHandlerInterface::_record,
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetFileFormat),
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetHandlerType),
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, CreateHandler),
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetDependends));
+                      WIN_MF_HANDLER_OVERRIDES);
 VORNA_PUBLISHED_OBJECT(g_movieHandler, "vorna.FileFormatHandlers", "movie.winmf", g_movieHandlerClass);
 VORNA_COMPONENT_CLASS(FileFormatHandlerAudioWinMFImpl, g_audioHandlerClass, "net.vorna.fileformathandler.audio.winmf",
                       ".FileFormatHandlerAudioWinMFImpl", nullptr, &MediaSessionFileFormatHandlerInterface::_record,
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetFileFormat),
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetHandlerType),
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, CreateHandler),
-                      VORNA_OVERRIDE(FileFormatHandlerInterface, GetDependends));
+                      WIN_MF_HANDLER_OVERRIDES);
 VORNA_PUBLISHED_OBJECT(g_audioHandler, "vorna.FileFormatHandlers", "audio.winmf", g_audioHandlerClass);
 
 VORNA_INITIALIZATION_STAGE(g_importStartup, "COM apartment and MFStartup for the import", &StartMediaFoundation,
