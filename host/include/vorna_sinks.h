@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -34,8 +35,10 @@ struct ImageFrame {
 class ImageSink {
  public:
   virtual ~ImageSink() = default;
-  // The last finished frame, and how many frames were finished.
+  // The last finished frame, and how many frames were finished. VisitFrame shows the
+  // frame in place, without a copy; the sink waits with the next frame until it returns.
   virtual ImageFrame GetFrame() const = 0;
+  virtual void VisitFrame(const std::function<void(const ImageFrame&)>& visit) const = 0;
   virtual int64_t GetFrameCount() const = 0;
 };
 

@@ -41,6 +41,10 @@ class ImageSinkImpl : public ImageSink {
     std::lock_guard lock(_mutex);
     return _finished;
   }
+  void VisitFrame(const std::function<void(const ImageFrame&)>& visit) const override {
+    std::lock_guard lock(_mutex);
+    visit(_finished);
+  }
   int64_t GetFrameCount() const override { return _frames.load(); }
 
   Result<void> Init(const MediaStreamPropertiesInterface& properties) {

@@ -55,6 +55,7 @@ TEST(ImageSinkTest, LinesInAnyOrderFromSeveralThreadsLandInTheWantedFormat) {
   ASSERT_FALSE(stream.FinishStream(properties).IsError());
 
   vorna::host::ImageFrame frame = sink->GetFrame();
+  sink->VisitFrame([&](const vorna::host::ImageFrame& shown) { EXPECT_EQ(shown.pixels, frame.pixels); });
   EXPECT_EQ(sink->GetFrameCount(), 1);
   EXPECT_EQ(frame.pixelFormat, "vorna.PixelFormats.RGBA:u8");
   EXPECT_EQ(frame.deliveredLines, 4);
