@@ -66,7 +66,7 @@ TEST_F(PatternCommandsTest, ProbeJsonListsTheDetectingFormatsAndEachStreamsForma
 TEST_F(PatternCommandsTest, FrameWritesTheDeliveredPictureAndItsProperties) {
   // Global options may follow the command.
   TesselRun run = Run({"frame", "memory://pattern.clip", "--at", "0.3", "-o", "f.png", "--json", "--set",
-                       "g_enableParallelFor=false"});
+                       "g_enableDebugBreak=false"});
   ASSERT_EQ(run.exitCode, 0) << run.err;
   json frame = json::parse(run.out);
   EXPECT_DOUBLE_EQ(frame["sampletime"].get<double>(), 0.3);
@@ -133,6 +133,7 @@ TEST_F(PatternCommandsTest, BadUsageIsRefusedBeforeAnythingIsRead) {
       {"probe", "a.mp4", "--verbose"},
       {"transcode", "a.mp4"},
       {"--set", "novalue"},
+      {"--set", "noSuchVariable=true", "formats"},
       {},
   };
   for (const auto& line : lines) {

@@ -8,6 +8,14 @@ namespace {
 
 void PrintToStderr(const char* line) { std::fputs(line, stderr); }
 
+// The host keeps a value for a name it hasn't seen registered yet, so a misspelt name
+// is only caught once the module has registered its variables.
+bool IsRegistered(const std::string& name) {
+  for (const vorna::host::ConfigurationInfo& variable : vorna::host::ListConfiguration())
+    if (variable.name == name) return true;
+  return false;
+}
+
 }  // namespace
 
 Session::~Session() {
@@ -40,6 +48,12 @@ bool Session::Open(const Options& options, Failure& failure) {
     return false;
   }
   _module = loaded.GetValue();
+  for (const auto& setting : options.settings) {
+    if (!IsRegistered(setting.first)) {
+      failure = UsageFailure("no configuration variable is named " + setting.first + " (tessel demo lists them)");
+      return false;
+    }
+  }
   return true;
 }
 
