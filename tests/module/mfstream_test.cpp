@@ -272,16 +272,6 @@ TEST_F(MFStreamTest, ClosedStream) {
   EXPECT_EQ(_stream->Seek(msoBegin, 0, 0, nullptr), E_FAIL);
 }
 
-TEST_F(MFStreamTest, FileUrl) {
-  ComRef<MFStream> stream = OpenStream(fixtures::Path(fixtures::kText));
-  QWORD length = 0;
-  EXPECT_EQ(stream->GetLength(&length), S_OK);
-  std::vector<BYTE> buffer(length + 1);
-  ULONG count = 0;
-  EXPECT_EQ(stream->Read(buffer.data(), ULONG(buffer.size()), &count), S_OK);
-  EXPECT_EQ(count, length);
-}
-
 // Asynchronous reads. The pool gets one worker; a test that has to act before a read
 // job runs keeps that worker busy until it lets the job go.
 class MFStreamAsyncTest : public MFStreamTest {
