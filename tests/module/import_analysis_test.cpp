@@ -174,13 +174,6 @@ TEST_F(ImportTest, BothWaysOfOpeningAFileGiveTheSameStreams) {
 
 // --- Detection -------------------------------------------------------------------
 
-TEST_F(ImportTest, AMovieIsClaimedByBothFormatsAndReadByTheMovieHandler) {
-  std::unique_ptr<ReadingSession> session = Open(fixtures::kMovieAac.name);
-  ASSERT_TRUE(session);
-  EXPECT_EQ(session->GetDetectedFormats(), (std::vector<std::string>{"movie.winmf", "audio.winmf"}));
-  EXPECT_EQ(session->GetHandler(), "movie.winmf");
-}
-
 TEST_F(ImportTest, SoundOnlyFilesAreClaimedByTheAudioFormatOnly) {
   for (const char* clip : {fixtures::kAudioMp3, fixtures::kWav24}) {
     std::unique_ptr<ReadingSession> session = Open(clip);

@@ -96,16 +96,6 @@ TEST_F(ImportModuleTest, EachFileIsClaimedByTheFormatsThatCanServeIt) {
   EXPECT_TRUE(IsErrorOfClass(text.GetError(), g_IoErrorObject));
 }
 
-TEST_F(ImportModuleTest, AnAnamorphicClipOffersItsSquarePixelSize) {
-  Result<std::unique_ptr<ReadingSession>> opened =
-      ReadingSession::Open(MakeUrl(fixtures::Path(fixtures::kAnamorphicNtsc.name)));
-  ASSERT_FALSE(opened.IsError());
-  const MediaStream& stream = opened.GetValue()->GetStreams()[0];
-  MediaStreamFormat square = stream.GetFormat(MakeData(Int64(-1)));
-  EXPECT_EQ(square.Get<Int64>(g_mediaFormatImageWidth).GetValue(), 720);
-  EXPECT_EQ(square.Get<Int64>(g_mediaFormatImageHeight).GetValue(), 540);
-}
-
 TEST_F(ImportModuleTest, TheUrlReaderSwitchIsReadAtEveryOpen) {
   vorna::host::RegisterMemoryBlob("import-module/movie.mp4", FileBytes(fixtures::Path(fixtures::kMovieAac.name)));
   Url url = MakeUrl("memory://import-module/movie.mp4");

@@ -33,27 +33,27 @@ class ImportSessionTest : public ::testing::Test {
     return opened.IsError() ? nullptr : std::move(opened.GetValue());
   }
 
-  // The first image stream of session with a sink, subscribed under format key 1.
-  static std::shared_ptr<host::ImageSink> SubscribeVideo(ReadingSession& session) {
+  // The sink that attach gives the first stream of session that takes one, subscribed
+  // under format key; null when no stream takes it.
+  template <typename ATTACH>
+  static auto Subscribe(ReadingSession& session, Int64 key, ATTACH&& attach) {
     for (Int i = 0; i < session.GetStreams().GetCount(); ++i) {
-      auto sink = host::AttachImageSink(session.GetStreams()[i], "vorna.PixelFormats.RGBA:u8");
+      auto sink = attach(session.GetStreams()[i]);
       if (!sink) continue;
-      EXPECT_FALSE(session.Subscribe(i, MakeData(Int64(1))).IsError());
+      EXPECT_FALSE(session.Subscribe(i, MakeData(key)).IsError());
       return sink;
     }
-    ADD_FAILURE() << "no image stream";
-    return nullptr;
+    ADD_FAILURE() << "no stream of the kind of key " << key;
+    return decltype(attach(session.GetStreams()[0]))();
   }
 
+  // The first image stream of session with a sink, subscribed under format key 1.
+  static std::shared_ptr<host::ImageSink> SubscribeVideo(ReadingSession& session) {
+    return Subscribe(session, 1,
+                     [](const auto& stream) { return host::AttachImageSink(stream, "vorna.PixelFormats.RGBA:u8"); });
+  }
   static std::shared_ptr<host::AudioSink> SubscribeAudio(ReadingSession& session) {
-    for (Int i = 0; i < session.GetStreams().GetCount(); ++i) {
-      auto sink = host::AttachAudioSink(session.GetStreams()[i]);
-      if (!sink) continue;
-      EXPECT_FALSE(session.Subscribe(i, MakeData(Int64(0))).IsError());
-      return sink;
-    }
-    ADD_FAILURE() << "no audio stream";
-    return nullptr;
+    return Subscribe(session, 0, [](const auto& stream) { return host::AttachAudioSink(stream); });
   }
 
   // The frame number drawn into the delivered frame; rotation is the clockwise turn

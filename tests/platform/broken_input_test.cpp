@@ -52,10 +52,7 @@ TEST(DamagedInput, TruncatedFileSeeksBackAndReadsAgain) {
   auto reader = OpenReader(kTruncatedIndexFirst, Processing::kAdvanced);
   ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()), S_OK);
   auto first = ReadAllTimes(reader.Get(), 0);
-  PROPVARIANT position;
-  PropVariantInit(&position);
-  position.vt = VT_I8;
-  ASSERT_EQ(reader->SetCurrentPosition(GUID_NULL, position), S_OK);
+  ASSERT_EQ(reader->SetCurrentPosition(GUID_NULL, TimePosition(0)), S_OK);
   EXPECT_EQ(ReadAllTimes(reader.Get(), 0), first);
 }
 

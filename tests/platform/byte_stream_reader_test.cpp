@@ -14,27 +14,9 @@ namespace {
 
 using namespace tessel::fixtures;
 
-// The count of one read done on a thread of the stream's own, as a byte stream that
-// bridges to a synchronous source does it.
-class ThreadRead final : public IUnknown {
- public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (riid != IID_IUnknown) return E_NOINTERFACE;
-    *object = this;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    ULONG left = --refs_;
-    if (left == 0) delete this;
-    return left;
-  }
-  std::atomic<ULONG> bytes{0};
-
- private:
-  std::atomic<ULONG> refs_{1};
-};
+// The key under which a read done on a thread of the stream's own, as a byte stream
+// that bridges to a synchronous source does it, leaves its count for EndRead.
+constexpr GUID kThreadReadBytes = {0x5d1c7a42, 0x0b7e, 0x4c1f, {0x9a, 0x31, 0x6e, 0x2d, 0x44, 0x10, 0x8b, 0x57}};
 
 // A file byte stream with knobs: hide seeking, refuse BeginRead or serve it on a thread
 // of its own through MFInvokeCallback, cut reads short, fail reads after a number of
@@ -93,16 +75,16 @@ class WrappedStream final : public IMFByteStream {
     if (!knobs_.asyncReads) return E_NOTIMPL;
     ++beginReads;
     if (!knobs_.ownThread) return inner_->BeginRead(buffer, std::min(count, knobs_.maxRead), callback, state);
-    auto* outcome = new ThreadRead();
+    Com<IMFAttributes> outcome;
+    HRESULT hr = MFCreateAttributes(&outcome, 1);
     IMFAsyncResult* result = nullptr;
-    HRESULT hr = MFCreateAsyncResult(outcome, callback, state, &result);
-    outcome->Release();
+    if (SUCCEEDED(hr)) hr = MFCreateAsyncResult(outcome.Get(), callback, state, &result);
     if (FAILED(hr)) return hr;
     AddRef();
-    std::thread([this, result, outcome, buffer, count] {
+    std::thread([this, result, outcome = outcome.Get(), buffer, count] {
       ULONG read = 0;
       result->SetStatus(Read(buffer, count, &read));
-      outcome->bytes = read;
+      outcome->SetUINT32(kThreadReadBytes, read);
       MFInvokeCallback(result);
       result->Release();
       Release();
@@ -113,7 +95,7 @@ class WrappedStream final : public IMFByteStream {
     if (knobs_.ownThread) {
       Com<IUnknown> object;
       HRESULT hr = result->GetObject(&object);
-      *read = SUCCEEDED(hr) ? static_cast<ThreadRead*>(object.Get())->bytes.load() : 0;
+      *read = SUCCEEDED(hr) ? MFGetAttributeUINT32(static_cast<IMFAttributes*>(object.Get()), kThreadReadBytes, 0) : 0;
       return hr;
     }
     HRESULT hr = inner_->EndRead(result, read);
@@ -173,43 +155,40 @@ Reading ReadEverything(IMFSourceReader* reader) {
   return result;
 }
 
-TEST(ByteStreamReader, GivesTheSameSamplesAsReadingByPath) {
+// Reads the whole movie through a reader over stream, and lets the reader go.
+Reading ReadThrough(IMFByteStream* stream) {
+  HRESULT hr;
+  auto reader = OpenThrough(stream, &hr);
+  EXPECT_EQ(hr, S_OK);
+  return reader ? ReadEverything(reader.Get()) : Reading{};
+}
+
+TEST(ByteStreamReader, EveryWayOfServingReadsGivesTheSameSamplesAsReadingByPath) {
+  struct Case {
+    const char* name;
+    WrappedStream::Knobs knobs;
+    int minBeginReads;
+  };
+  const Case cases[] = {
+      {"reads ahead asynchronously", {}, 1},
+      {"reads finished on the stream's own thread arrive through the work queue",
+       {true, true, UINT64_MAX, 8192, true},
+       6},
+      {"a stream without BeginRead and with short reads is read synchronously", {true, false, UINT64_MAX, 1000}, 0},
+  };
   auto byPath = ReadEverything(OpenReader(kMovieAac.name, Processing::kAdvanced).Get());
-  auto* stream = new WrappedStream(kMovieAac.name, {});
-  HRESULT hr;
-  auto reader = OpenThrough(stream, &hr);
-  ASSERT_EQ(hr, S_OK);
-  auto byStream = ReadEverything(reader.Get());
-  EXPECT_EQ(byStream.frames.size(), size_t(kMovieAac.frames));
-  EXPECT_EQ(byStream.frames, byPath.frames);
-  EXPECT_EQ(byStream.times, byPath.times);
-  EXPECT_EQ(byStream.firstRows, byPath.firstRows);
-  EXPECT_EQ(byStream.soundTimes, byPath.soundTimes);
-  EXPECT_GT(stream->beginReads.load(), 0) << "reads ahead asynchronously";
-  reader.Reset();
-  stream->Release();
-}
-
-TEST(ByteStreamReader, ReadsFinishedOnTheStreamsOwnThreadArriveThroughTheWorkQueue) {
-  auto* stream = new WrappedStream(kMovieAac.name, {true, true, UINT64_MAX, 8192, true});
-  HRESULT hr;
-  auto reader = OpenThrough(stream, &hr);
-  ASSERT_EQ(hr, S_OK);
-  auto reading = ReadEverything(reader.Get());
-  EXPECT_EQ(reading.frames.size(), size_t(kMovieAac.frames));
-  EXPECT_GT(stream->beginReads.load(), 5);
-  reader.Reset();
-  stream->Release();
-}
-
-TEST(ByteStreamReader, StreamWithoutBeginReadAndShortReadsIsReadSynchronously) {
-  auto* stream = new WrappedStream(kMovieAac.name, {true, false, UINT64_MAX, 1000});
-  HRESULT hr;
-  auto reader = OpenThrough(stream, &hr);
-  ASSERT_EQ(hr, S_OK);
-  EXPECT_EQ(ReadEverything(reader.Get()).frames.size(), size_t(kMovieAac.frames));
-  reader.Reset();
-  stream->Release();
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    auto* stream = new WrappedStream(kMovieAac.name, c.knobs);
+    auto byStream = ReadThrough(stream);
+    EXPECT_EQ(byStream.frames.size(), size_t(kMovieAac.frames));
+    EXPECT_EQ(byStream.frames, byPath.frames);
+    EXPECT_EQ(byStream.times, byPath.times);
+    EXPECT_EQ(byStream.firstRows, byPath.firstRows);
+    EXPECT_EQ(byStream.soundTimes, byPath.soundTimes);
+    EXPECT_GE(stream->beginReads.load(), c.minBeginReads);
+    stream->Release();
+  }
 }
 
 TEST(ByteStreamReader, StreamThatCanNotSeekIsNeverMovedAndRefusesPositions) {
@@ -220,10 +199,7 @@ TEST(ByteStreamReader, StreamThatCanNotSeekIsNeverMovedAndRefusesPositions) {
   ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Audio, MFAudioFormat_PCM).Get()), S_OK);
   auto times = ReadAllTimes(reader.Get(), 0);
   EXPECT_GT(times.size(), 50u);
-  PROPVARIANT position;
-  PropVariantInit(&position);
-  position.vt = VT_I8;
-  EXPECT_EQ(reader->SetCurrentPosition(GUID_NULL, position), MF_E_BYTESTREAM_NOT_SEEKABLE);
+  EXPECT_EQ(reader->SetCurrentPosition(GUID_NULL, TimePosition(0)), MF_E_BYTESTREAM_NOT_SEEKABLE);
   EXPECT_EQ(stream->positionMoves.load(), 0);
   reader.Reset();
   stream->Release();

@@ -25,12 +25,10 @@ TEST(ComError, SystemTextLosesOnlyItsLineEnd) {
   EXPECT_EQ(error.ErrorMessage(), error.ErrorMessage()) << "the text is made once";
 }
 
-TEST(ComError, DispatchRangeWithoutTextGivesItsNumber) {
+// Inside the dispatch range a status without text gives its number, outside it its value.
+TEST(ComError, StatusesWithoutTextGiveTheirNumberOrValue) {
   EXPECT_EQ(Text(_com_error(HRESULT(0x80040201)).ErrorMessage()), u"IDispatch error #1");
   EXPECT_EQ(Text(_com_error(HRESULT(0x8004FFFF)).ErrorMessage()), u"IDispatch error #65023");
-}
-
-TEST(ComError, UnknownStatusOutsideTheRangeGivesItsValue) {
   EXPECT_EQ(Text(_com_error(HRESULT(0xC00DFFFF)).ErrorMessage()), u"Unknown error 0xC00DFFFF");
   EXPECT_EQ(Text(_com_error(HRESULT(0x80040200)).ErrorMessage()), u"Unknown error 0x80040200");
 }

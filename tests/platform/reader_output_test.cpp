@@ -102,6 +102,30 @@ TEST(ReaderOutputModes, RefusedTypeKeepsTheCurrentOne) {
   EXPECT_EQ(subtype, MFVideoFormat_RGB24);
 }
 
+// A reader of the sound of clip, put out in subtype at bits a sample.
+Com<IMFSourceReader> SoundReader(const char* clip, const GUID& subtype, UINT32 bits) {
+  auto reader = OpenReader(clip, Processing::kAdvanced);
+  auto type = OutputType(MFMediaType_Audio, subtype);
+  type->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, bits);
+  EXPECT_EQ(reader->SetCurrentMediaType(0, nullptr, type.Get()), S_OK) << clip << " as " << bits << " bits";
+  return reader;
+}
+
+// The bytes of the first sound sample of reader.
+std::vector<BYTE> FirstSampleBytes(IMFSourceReader* reader) {
+  DWORD flags = 0;
+  Com<IMFSample> sample;
+  EXPECT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), S_OK);
+  Com<IMFMediaBuffer> buffer;
+  if (!sample || FAILED(sample->ConvertToContiguousBuffer(&buffer))) return {};
+  BYTE* data = nullptr;
+  DWORD length = 0;
+  buffer->Lock(&data, nullptr, &length);
+  std::vector<BYTE> bytes(data, data + length);
+  buffer->Unlock();
+  return bytes;
+}
+
 struct SoundCase {
   const char* clip;
   const GUID* subtype;
@@ -113,10 +137,7 @@ class ReaderSound : public ::testing::TestWithParam<SoundCase> {};
 // The whole of each file comes out: a second of 48 kHz stereo in the asked format.
 TEST_P(ReaderSound, WavesComeOutWhole) {
   const SoundCase& c = GetParam();
-  auto reader = OpenReader(c.clip, Processing::kAdvanced);
-  auto type = OutputType(MFMediaType_Audio, *c.subtype);
-  type->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, c.bits);
-  ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, type.Get()), S_OK);
+  auto reader = SoundReader(c.clip, *c.subtype, c.bits);
   Com<IMFMediaType> current;
   ASSERT_EQ(reader->GetCurrentMediaType(0, &current), S_OK);
   EXPECT_EQ(MFGetAttributeUINT32(current.Get(), MF_MT_AUDIO_BLOCK_ALIGNMENT, 0), 2 * c.bits / 8);
@@ -144,33 +165,14 @@ INSTANTIATE_TEST_SUITE_P(Formats, ReaderSound,
                          });
 
 TEST(ReaderSoundValues, TwentyFourBitsKeepTheHighBytes) {
-  auto reader16 = OpenReader(kWav16, Processing::kAdvanced);
-  auto reader24 = OpenReader(kWav16, Processing::kAdvanced);
-  auto type16 = OutputType(MFMediaType_Audio, MFAudioFormat_PCM);
-  type16->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, 16);
-  auto type24 = OutputType(MFMediaType_Audio, MFAudioFormat_PCM);
-  type24->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, 24);
-  ASSERT_EQ(reader16->SetCurrentMediaType(0, nullptr, type16.Get()), S_OK);
-  ASSERT_EQ(reader24->SetCurrentMediaType(0, nullptr, type24.Get()), S_OK);
-  DWORD flags = 0;
-  Com<IMFSample> a, b;
-  ASSERT_EQ(reader16->ReadSample(0, 0, nullptr, &flags, nullptr, &a), S_OK);
-  ASSERT_EQ(reader24->ReadSample(0, 0, nullptr, &flags, nullptr, &b), S_OK);
-  Com<IMFMediaBuffer> ba, bb;
-  a->ConvertToContiguousBuffer(&ba);
-  b->ConvertToContiguousBuffer(&bb);
-  BYTE *pa = nullptr, *pb = nullptr;
-  DWORD la = 0, lb = 0;
-  ba->Lock(&pa, nullptr, &la);
-  bb->Lock(&pb, nullptr, &lb);
-  DWORD samples = std::min(la / 2, lb / 3);
+  std::vector<BYTE> bytes16 = FirstSampleBytes(SoundReader(kWav16, MFAudioFormat_PCM, 16).Get());
+  std::vector<BYTE> bytes24 = FirstSampleBytes(SoundReader(kWav16, MFAudioFormat_PCM, 24).Get());
+  size_t samples = std::min(bytes16.size() / 2, bytes24.size() / 3);
   ASSERT_GT(samples, 0u);
-  for (DWORD i = 0; i < samples; ++i) {
-    ASSERT_EQ(pa[i * 2], pb[i * 3 + 1]) << i;
-    ASSERT_EQ(pa[i * 2 + 1], pb[i * 3 + 2]) << i;
+  for (size_t i = 0; i < samples; ++i) {
+    ASSERT_EQ(bytes16[i * 2], bytes24[i * 3 + 1]) << i;
+    ASSERT_EQ(bytes16[i * 2 + 1], bytes24[i * 3 + 2]) << i;
   }
-  ba->Unlock();
-  bb->Unlock();
 }
 
 }  // namespace

@@ -94,6 +94,14 @@ int FrameNumber(const VideoFrame& frame, const GUID& subtype) {
   return tessel::fixtures::ReadFrameCode(luma, frame.width, frame.height);
 }
 
+PROPVARIANT TimePosition(int64_t ticks) {
+  PROPVARIANT position;
+  PropVariantInit(&position);
+  position.vt = VT_I8;
+  position.hVal.QuadPart = ticks;
+  return position;
+}
+
 std::vector<int64_t> ReadAllTimes(IMFSourceReader* reader, DWORD stream) {
   std::vector<int64_t> times;
   for (int guard = 0; guard < 100000; ++guard) {

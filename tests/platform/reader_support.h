@@ -68,6 +68,9 @@ bool ReadVideoFrame(IMFSourceReader* reader, DWORD stream, const GUID& subtype, 
 // The frame number that the fixture drew into frame, read from the subtype's pixels.
 int FrameNumber(const VideoFrame& frame, const GUID& subtype);
 
+// A reader position of ticks, in the 100 ns time format.
+PROPVARIANT TimePosition(int64_t ticks);
+
 // Every sample time of stream until its end.
 std::vector<int64_t> ReadAllTimes(IMFSourceReader* reader, DWORD stream);
 

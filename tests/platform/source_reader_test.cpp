@@ -178,10 +178,7 @@ TEST_P(SourceReaderSeek, LandsOnTheKeyFrameAtOrBeforeTheTarget) {
   ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()), S_OK);
   VideoFrame frame;
   for (int i = 0; i < 30; ++i) ASSERT_TRUE(ReadVideoFrame(reader.Get(), 0, MFVideoFormat_RGB32, &frame));
-  PROPVARIANT position;
-  PropVariantInit(&position);
-  position.vt = VT_I8;
-  position.hVal.QuadPart = target * FrameTicks(kMovieAac) + FrameTicks(kMovieAac) / 3;
+  PROPVARIANT position = TimePosition(target * FrameTicks(kMovieAac) + FrameTicks(kMovieAac) / 3);
   ASSERT_EQ(reader->SetCurrentPosition(GUID_NULL, position), S_OK);
   ASSERT_TRUE(ReadVideoFrame(reader.Get(), 0, MFVideoFormat_RGB32, &frame));
   int landed = FrameNumber(frame, MFVideoFormat_RGB32);
@@ -198,12 +195,10 @@ INSTANTIATE_TEST_SUITE_P(Targets, SourceReaderSeek, ::testing::Values(0, 5, 12, 
 
 TEST(SourceReaderSeekLimits, WrongFormatAndTypeAreRefused) {
   auto reader = OpenReader(kMovieAac.name, Processing::kAdvanced);
-  PROPVARIANT position;
-  PropVariantInit(&position);
-  position.vt = VT_R8;
-  EXPECT_EQ(reader->SetCurrentPosition(GUID_NULL, position), E_INVALIDARG);
-  position.vt = VT_I8;
-  EXPECT_EQ(reader->SetCurrentPosition(MF_MT_SUBTYPE, position), MF_E_UNSUPPORTED_TIME_FORMAT);
+  PROPVARIANT seconds = TimePosition(0);
+  seconds.vt = VT_R8;
+  EXPECT_EQ(reader->SetCurrentPosition(GUID_NULL, seconds), E_INVALIDARG);
+  EXPECT_EQ(reader->SetCurrentPosition(MF_MT_SUBTYPE, TimePosition(0)), MF_E_UNSUPPORTED_TIME_FORMAT);
 }
 
 TEST(SourceReaderLifetime, ReadersAreCountedAndReleased) {
