@@ -27,8 +27,7 @@ TEST(DataTest, TypedGetWidensAndRefusesTheRest) {
   EXPECT_EQ(GetDataValue<Float64>(MakeData(Float32(0.5f))).GetValue(), 0.5);
   Result<Int32> narrowed = GetDataValue<Int32>(MakeData(Int64(1)));
   EXPECT_TRUE(IsErrorOfClass(narrowed.GetError(), g_IllegalStateErrorObject));
-  Result<Int64> fromSigned = GetDataValue<UInt64>(MakeData(Int32(1))).IsError() ? Result<Int64>(Int64(-1)) : Int64(0);
-  EXPECT_EQ(fromSigned.GetValue(), -1) << "a signed value never reads as unsigned";
+  EXPECT_TRUE(GetDataValue<UInt64>(MakeData(Int32(1))).IsError()) << "a signed value never reads as unsigned";
   EXPECT_TRUE(GetDataValue<Int64>(Data()).IsError());
 }
 

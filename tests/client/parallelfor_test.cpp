@@ -307,41 +307,32 @@ TEST_F(ParallelForTest, FailingInitCancelsTheLoop) {
   EXPECT_EQ(finalises, 1);
 }
 
-TEST_F(ParallelForTest, DisabledLoopsRunInOrderOnTheCaller) {
-  g_enableParallelFor = false;
-  JobLayerSpy spy;
-  const std::thread::id caller = std::this_thread::get_id();
-  std::vector<Int> order;
-  bool elsewhere = false;
-  auto body = [&](Int index) -> Result<void> {
-    elsewhere |= std::this_thread::get_id() != caller;
-    order.push_back(index);
-    return OK;
-  };
-  ASSERT_FALSE(ParallelFor::Dynamic(Int(10), Int(60), body, 8).IsError());
-  EXPECT_EQ(order.size(), 50u);
-  EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
-  EXPECT_FALSE(elsewhere);
-  EXPECT_EQ(spy.groups + spy.threadCounts + spy.others, 0);
-  EXPECT_EQ(spy.threadIndices, 1);
-}
-
-TEST_F(ParallelForTest, GroupThatCannotBeMadeMeansOneJobInLine) {
-  const std::thread::id caller = std::this_thread::get_id();
-  std::vector<Int> order;
-  bool elsewhere = false;
-  auto body = [&](Int index) -> Result<void> {
-    elsewhere |= std::this_thread::get_id() != caller;
-    order.push_back(index);
-    return OK;
-  };
-  host::FailAllocationsAfter(0);
-  Result<void> result = ParallelFor::Dynamic(Int(0), Int(1000), body, 8);
-  host::FailAllocationsAfter(-1);
-  EXPECT_FALSE(result.IsError());
-  EXPECT_EQ(order.size(), 1000u);
-  EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
-  EXPECT_FALSE(elsewhere);
+// Loops that are turned off, and loops whose job group cannot be made, run as one job in line.
+TEST_F(ParallelForTest, LoopsWithoutAGroupRunInOrderOnTheCaller) {
+  for (bool disabled : {true, false}) {
+    SCOPED_TRACE(disabled ? "loops turned off" : "no memory for the group");
+    g_enableParallelFor = !disabled;
+    JobLayerSpy spy;
+    const std::thread::id caller = std::this_thread::get_id();
+    std::vector<Int> order;
+    bool elsewhere = false;
+    auto body = [&](Int index) -> Result<void> {
+      elsewhere |= std::this_thread::get_id() != caller;
+      order.push_back(index);
+      return OK;
+    };
+    host::FailAllocationsAfter(disabled ? -1 : 0);
+    Result<void> result = ParallelFor::Dynamic(Int(10), Int(1010), body, 8);
+    host::FailAllocationsAfter(-1);
+    EXPECT_FALSE(result.IsError());
+    EXPECT_EQ(order.size(), 1000u);
+    EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
+    EXPECT_FALSE(elsewhere);
+    if (disabled) {
+      EXPECT_EQ(spy.groups + spy.threadCounts + spy.others, 0) << "a turned-off loop does not touch the job layer";
+      EXPECT_EQ(spy.threadIndices, 1);
+    }
+  }
 }
 
 TEST_F(ParallelForTest, RemainingBelowZeroSaysStopAndTheLoopEnds) {

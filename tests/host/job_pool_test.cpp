@@ -58,11 +58,6 @@ Result<void> RunGroup(std::vector<std::atomic<int>>& runs, const std::vector<int
   return result;
 }
 
-std::string MessageOf(ErrorWord word) {
-  Result<CString> text = ErrorOf(word).GetMessage().GetCString();
-  return text.IsError() ? "<error>" : text.GetValue().GetCString();
-}
-
 class JobPoolTest : public ::testing::Test {
  protected:
   void TearDown() override { host::SetJobThreadCount(0); }
@@ -92,7 +87,9 @@ TEST_F(JobPoolTest, FailedJobsGiveTheWaiterOneOfTheirErrors) {
   Result<void> result = RunGroup(runs, {2, 5, 7});
   ASSERT_TRUE(result.IsError());
   EXPECT_TRUE(IsErrorOfClass(result.GetError(), g_IllegalStateErrorObject));
-  const std::string message = MessageOf(result.GetError());
+  Result<CString> text = ErrorOf(result.GetError()).GetMessage().GetCString();
+  ASSERT_FALSE(text.IsError());
+  const std::string message = text.GetValue().GetCString();
   EXPECT_TRUE(message == "job 2" || message == "job 5" || message == "job 7") << message;
   for (auto& r : runs) EXPECT_EQ(r.load(), 1) << "a failure does not stop the other jobs of a group";
 }

@@ -40,6 +40,12 @@ class ModuleClassTest : public ::testing::Test {
     return GetClassFromData(ExtensionPoint::FindEntry(ExtensionPoint::Find(Id("vorna.Classes")), Id(id)));
   }
 
+  static ObjectRef MakeGreeter() {
+    Result<ObjectRef> made = CreateObjectOfClass(FindClass(GREETER_CLASS_ID), VORNA_SOURCE_LOCATION);
+    EXPECT_FALSE(made.IsError());
+    return made.IsError() ? ObjectRef() : made.GetValue();
+  }
+
   vorna::host::LoadedModule* _module = nullptr;
 };
 
@@ -49,9 +55,7 @@ TEST_F(ModuleClassTest, ClassStandsUnderItsJoinedIdOnly) {
 }
 
 TEST_F(ModuleClassTest, ObjectAnswersThroughItsMethodTableAndForwardsToItsBase) {
-  Result<ObjectRef> made = CreateObjectOfClass(FindClass(GREETER_CLASS_ID), VORNA_SOURCE_LOCATION);
-  ASSERT_FALSE(made.IsError());
-  ObjectRef object = made.GetValue();
+  ObjectRef object = MakeGreeter();
 
   GreeterInterface greeter = Cast<GreeterInterface>(object);
   ASSERT_TRUE(greeter);
@@ -69,19 +73,17 @@ TEST_F(ModuleClassTest, ObjectAnswersThroughItsMethodTableAndForwardsToItsBase) 
 }
 
 TEST_F(ModuleClassTest, InterfaceTestFailsForAnInterfaceTheClassLacks) {
-  Result<ObjectRef> made = CreateObjectOfClass(FindClass(GREETER_CLASS_ID), VORNA_SOURCE_LOCATION);
-  ASSERT_FALSE(made.IsError());
-  AbsentInterface absent = Cast<AbsentInterface>(made.GetValue());
+  AbsentInterface absent = Cast<AbsentInterface>(MakeGreeter());
   EXPECT_FALSE(absent);
   Result<Int> ping = absent.Ping();
   EXPECT_TRUE(IsErrorOfClass(ping.GetError(), g_NullptrErrorObject)) << "a null reference never reaches code";
 }
 
 TEST_F(ModuleClassTest, CopyOfAComponentWithMembersAndNoCopyFromIsReported) {
-  Result<ObjectRef> made = CreateObjectOfClass(FindClass(GREETER_CLASS_ID), VORNA_SOURCE_LOCATION);
-  ASSERT_FALSE(made.IsError());
+  ObjectRef greeter = MakeGreeter();
+  ASSERT_TRUE(greeter);
   Console::Clear();
-  Result<void*> copy = Class::CloneObject(made.GetValue().GetPointer(), VORNA_SOURCE_LOCATION);
+  Result<void*> copy = Class::CloneObject(greeter.GetPointer(), VORNA_SOURCE_LOCATION);
   ASSERT_TRUE(copy.IsError());
   EXPECT_TRUE(IsErrorOfClass(copy.GetError(), g_FunctionNotImplementedErrorObject));
   auto lines = Console::Lines();

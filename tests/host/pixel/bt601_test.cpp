@@ -6,15 +6,9 @@
 #include <vector>
 
 #include "testcolours.h"
-#include "vorna/pixel/convertpixels.h"
-#include "vorna/pixel/pixelformatcatalogue.h"
 
 namespace vorna::pixel::test {
 namespace {
-
-ConvertPixelsFunc Converter(const char* from, const char* to) {
-  return GetConvertFunc(*FindPixelFormat(from), *FindPixelFormat(to));
-}
 
 std::vector<uint8_t> RgbToYuy2(const std::vector<Colour>& pixels) {
   const std::vector<uint8_t> rgb = Encode("vorna.PixelFormats.RGB:u8", pixels);
@@ -76,30 +70,29 @@ TEST(Bt601, PairSharesTheAverageOfItsChroma) {
   EXPECT_NEAR(yuv[3], (240 + 110) / 2, 1);
 }
 
+// The opaque colours of a grid over the RGB cube, step apart in each channel.
+std::vector<Colour> CubeGrid(int step) {
+  std::vector<Colour> colours;
+  for (int r = 0; r < 256; r += step)
+    for (int g = 0; g < 256; g += step)
+      for (int b = 0; b < 256; b += step) colours.push_back({r, g, b, 255});
+  return colours;
+}
+
 TEST(Bt601, MatchesTheReferenceFormulaAcrossTheCube) {
-  for (int r = 0; r < 256; r += 15) {
-    for (int g = 0; g < 256; g += 15) {
-      for (int b = 0; b < 256; b += 15) {
-        const Colour c{r, g, b, 255};
-        const std::vector<uint8_t> yuv = RgbToYuy2({c, c});
-        EXPECT_NEAR(yuv[0], ReferenceLuma(c), 1) << r << "," << g << "," << b;
-        EXPECT_NEAR(yuv[1], ReferenceCb(c), 1) << r << "," << g << "," << b;
-        EXPECT_NEAR(yuv[3], ReferenceCr(c), 1) << r << "," << g << "," << b;
-      }
-    }
+  for (const Colour& c : CubeGrid(15)) {
+    const std::vector<uint8_t> yuv = RgbToYuy2({c, c});
+    EXPECT_NEAR(yuv[0], ReferenceLuma(c), 1) << c.r << "," << c.g << "," << c.b;
+    EXPECT_NEAR(yuv[1], ReferenceCb(c), 1) << c.r << "," << c.g << "," << c.b;
+    EXPECT_NEAR(yuv[3], ReferenceCr(c), 1) << c.r << "," << c.g << "," << c.b;
   }
 }
 
 TEST(Bt601, RgbSurvivesARoundTripThroughYuv) {
   int worst = 0;
-  for (int r = 0; r < 256; r += 5) {
-    for (int g = 0; g < 256; g += 5) {
-      for (int b = 0; b < 256; b += 5) {
-        const Colour c{r, g, b, 255};
-        const std::vector<uint8_t> rgb = Yuy2ToRgb(RgbToYuy2({c, c}));
-        worst = std::max({worst, std::abs(rgb[0] - r), std::abs(rgb[1] - g), std::abs(rgb[2] - b)});
-      }
-    }
+  for (const Colour& c : CubeGrid(5)) {
+    const std::vector<uint8_t> rgb = Yuy2ToRgb(RgbToYuy2({c, c}));
+    worst = std::max({worst, std::abs(rgb[0] - c.r), std::abs(rgb[1] - c.g), std::abs(rgb[2] - c.b)});
   }
   EXPECT_LE(worst, 2);
 }

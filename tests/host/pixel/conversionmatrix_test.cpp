@@ -8,8 +8,6 @@
 #include <vector>
 
 #include "testcolours.h"
-#include "vorna/pixel/convertpixels.h"
-#include "vorna/pixel/pixelformatcatalogue.h"
 
 namespace vorna::pixel::test {
 namespace {
@@ -22,8 +20,7 @@ constexpr int kRowPadding = 5;
 // any walk. Alpha differs per block.
 Colour GridColour(int x, int y) {
   static const Colour kBlocks[] = {
-    kBlack, kWhite, kRed, kGreen, kBlue, kGrey, {255, 255, 0, 0}, {0, 255, 255, 0},
-    {255, 0, 255, 0},
+      kBlack, kWhite, kRed, kGreen, kBlue, kGrey, {255, 255, 0, 0}, {0, 255, 255, 0}, {255, 0, 255, 0},
   };
   const int block = (y / 2) * 3 + x / 2;
   Colour c = kBlocks[block];
@@ -63,28 +60,25 @@ std::vector<Line> Walks(const std::string& id, int64_t pitch) {
   const int64_t bytes = BytesPerPixel(id);
   const int64_t bits = bytes * 8;
   std::vector<Line> lines;
+  // A line of count pixels from start, whose pixel k must show pixel(k).
+  auto walk = [&lines](int64_t start, int64_t stepBits, int count, auto pixel, const std::string& what) {
+    Line line{start, stepBits, count, {}, what};
+    for (int k = 0; k < count; ++k) line.expected.push_back(pixel(k));
+    lines.push_back(line);
+  };
   for (int y = 0; y < kHeight; ++y) {
-    Line forward{y * pitch, bits, kWidth, {}, "row " + std::to_string(y) + " forwards"};
-    Line backward{y * pitch + (kWidth - 1) * bytes, -bits, kWidth, {},
-                  "row " + std::to_string(y) + " backwards"};
-    for (int x = 0; x < kWidth; ++x) {
-      forward.expected.push_back(GridColour(x, y));
-      backward.expected.push_back(GridColour(kWidth - 1 - x, y));
-    }
-    lines.push_back(forward);
-    if (!IsYuv(id)) lines.push_back(backward);
+    const std::string row = "row " + std::to_string(y);
+    walk(y * pitch, bits, kWidth, [y](int x) { return GridColour(x, y); }, row + " forwards");
+    if (IsYuv(id)) continue;
+    walk(y * pitch + (kWidth - 1) * bytes, -bits, kWidth, [y](int x) { return GridColour(kWidth - 1 - x, y); },
+         row + " backwards");
   }
   if (IsYuv(id)) return lines;
   for (int x = 0; x < kWidth; ++x) {
-    Line down{x * bytes, 8 * pitch, kHeight, {}, "column " + std::to_string(x) + " down"};
-    Line up{(kHeight - 1) * pitch + x * bytes, -8 * pitch, kHeight, {},
-            "column " + std::to_string(x) + " up"};
-    for (int y = 0; y < kHeight; ++y) {
-      down.expected.push_back(GridColour(x, y));
-      up.expected.push_back(GridColour(x, kHeight - 1 - y));
-    }
-    lines.push_back(down);
-    lines.push_back(up);
+    const std::string column = "column " + std::to_string(x);
+    walk(x * bytes, 8 * pitch, kHeight, [x](int y) { return GridColour(x, y); }, column + " down");
+    walk((kHeight - 1) * pitch + x * bytes, -8 * pitch, kHeight, [x](int y) { return GridColour(x, kHeight - 1 - y); },
+         column + " up");
   }
   return lines;
 }
@@ -94,9 +88,7 @@ class ConversionMatrix : public ::testing::TestWithParam<std::tuple<std::string,
   const std::string& src() const { return std::get<0>(GetParam()); }
   const std::string& dst() const { return std::get<1>(GetParam()); }
 
-  ConvertPixelsFunc Function() const {
-    return GetConvertFunc(*FindPixelFormat(src()), *FindPixelFormat(dst()));
-  }
+  ConvertPixelsFunc Function() const { return Converter(src(), dst()); }
 
   void ExpectPixel(const uint8_t* row, int i, Colour want, const std::string& where) const {
     const Colour got = Decode(dst(), row, i);
@@ -180,8 +172,7 @@ std::string PairName(const ::testing::TestParamInfo<ConversionMatrix::ParamType>
 }
 
 INSTANTIATE_TEST_SUITE_P(FrameFormats, ConversionMatrix,
-                         ::testing::Combine(::testing::ValuesIn(kFrameFormats),
-                                            ::testing::ValuesIn(kFrameFormats)),
+                         ::testing::Combine(::testing::ValuesIn(kFrameFormats), ::testing::ValuesIn(kFrameFormats)),
                          PairName);
 
 std::vector<std::string> RgbFrameFormats() {
@@ -193,8 +184,7 @@ std::vector<std::string> RgbFrameFormats() {
 }
 
 INSTANTIATE_TEST_SUITE_P(FrameFormats, SteppedRead,
-                         ::testing::Combine(::testing::ValuesIn(RgbFrameFormats()),
-                                            ::testing::ValuesIn(kFrameFormats)),
+                         ::testing::Combine(::testing::ValuesIn(RgbFrameFormats()), ::testing::ValuesIn(kFrameFormats)),
                          PairName);
 
 }  // namespace

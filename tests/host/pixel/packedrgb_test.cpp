@@ -4,19 +4,14 @@
 #include <array>
 #include <cstdlib>
 
-#include "vorna/pixel/convertpixels.h"
-#include "vorna/pixel/pixelformatcatalogue.h"
+#include "testcolours.h"
 
-namespace vorna::pixel {
+namespace vorna::pixel::test {
 namespace {
 
 constexpr const char* kRgb = "vorna.PixelFormats.RGB:u8";
 constexpr const char* k555 = "vorna.PixelFormats.BGR:u555";
 constexpr const char* k565 = "vorna.PixelFormats.BGR:u565";
-
-ConvertPixelsFunc Converter(const char* from, const char* to) {
-  return GetConvertFunc(*FindPixelFormat(from), *FindPixelFormat(to));
-}
 
 std::array<uint8_t, 3> WordToRgb(const char* format, uint16_t word) {
   const uint8_t bytes[2] = {static_cast<uint8_t>(word), static_cast<uint8_t>(word >> 8)};
@@ -84,4 +79,4 @@ TEST(PackedRgb, NarrowingPicksTheNearestLevel) {
 }
 
 }  // namespace
-}  // namespace vorna::pixel
+}  // namespace vorna::pixel::test

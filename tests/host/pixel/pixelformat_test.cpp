@@ -1,17 +1,10 @@
 // Layout queries: channel offsets, bytes per line, and the offsets a conversion accepts.
 #include <gtest/gtest.h>
 
-#include "vorna/pixel/convertpixels.h"
-#include "vorna/pixel/pixelformatcatalogue.h"
+#include "testcolours.h"
 
-namespace vorna::pixel {
+namespace vorna::pixel::test {
 namespace {
-
-const PixelFormat& Format(std::string_view id) {
-  const PixelFormat* format = FindPixelFormat(id);
-  EXPECT_NE(format, nullptr) << id;
-  return *format;
-}
 
 ChannelOffsets Offsets(std::initializer_list<int32_t> bits) {
   ChannelOffsets offsets;
@@ -78,4 +71,4 @@ TEST(BytesPerLine, CountsWholePairsAndWholeBytes) {
 }
 
 }  // namespace
-}  // namespace vorna::pixel
+}  // namespace vorna::pixel::test

@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "testcolours.h"
 #include "vorna/pixel/channeltype.h"
 #include "vorna/pixel/colorprofile.h"
 #include "vorna/pixel/colorspace.h"
 #include "vorna/pixel/pixelblend.h"
-#include "vorna/pixel/pixelformatcatalogue.h"
 #include "vorna/pixel/pixelstorage.h"
 
-namespace vorna::pixel {
+namespace vorna::pixel::test {
 namespace {
 
 struct ExpectedGroup {
@@ -48,12 +48,6 @@ const std::vector<ExpectedGroup> kExpectedGroups = {
     "RedGreenU16", "RedGreenU32", "RedGreenS8", "RedGreenS16", "RedGreenS32", "RedGreenF16",
     "RedGreenF32"}},
 };
-
-const PixelFormat& Format(std::string_view id) {
-  const PixelFormat* format = FindPixelFormat(id);
-  EXPECT_NE(format, nullptr) << id;
-  return *format;
-}
 
 // Includes `rgb` and `dynamic`, which are declared apart from the other groups.
 TEST(PixelFormatCatalogue, HasEveryGroupWithItsFormatsInDeclarationOrder) {
@@ -175,4 +169,4 @@ TEST(ImageVocabulary, NameListsAreComplete) {
 }
 
 }  // namespace
-}  // namespace vorna::pixel
+}  // namespace vorna::pixel::test

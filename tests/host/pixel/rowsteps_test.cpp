@@ -4,10 +4,9 @@
 
 #include <vector>
 
-#include "vorna/pixel/convertpixels.h"
-#include "vorna/pixel/pixelformatcatalogue.h"
+#include "testcolours.h"
 
-namespace vorna::pixel {
+namespace vorna::pixel::test {
 namespace {
 
 constexpr const char* kRgb = "vorna.PixelFormats.RGB:u8";
@@ -16,10 +15,6 @@ constexpr const char* kYuy2 = "vorna.PixelFormats.YUV:i422a";
 constexpr const char* kYvyu = "vorna.PixelFormats.YUV:i422b";
 
 using Bytes = std::vector<uint8_t>;
-
-ConvertPixelsFunc Converter(const char* from, const char* to) {
-  return GetConvertFunc(*FindPixelFormat(from), *FindPixelFormat(to));
-}
 
 // A step of 0 fills a row with one pixel: how black padding is made.
 TEST(RowSteps, StepZeroRepeatsOnePixel) {
@@ -90,4 +85,4 @@ TEST(RowSteps, CopyAlongAStepKeepsEveryByte) {
 }
 
 }  // namespace
-}  // namespace vorna::pixel
+}  // namespace vorna::pixel::test

@@ -1,23 +1,20 @@
 #include "testcolours.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 
 namespace vorna::pixel::test {
 namespace {
 
-// Memory order of the byte formats, one letter per byte.
+// Memory order of the byte frame formats, one letter per byte: the group name of their id,
+// as in "vorna.PixelFormats.BGRX:u8". Empty for the other frame formats.
 std::string_view ByteLayout(std::string_view id) {
-  if (id == "vorna.PixelFormats.BGRX:u8") return "BGRX";
-  if (id == "vorna.PixelFormats.BGRA:u8") return "BGRA";
-  if (id == "vorna.PixelFormats.BGR:u8") return "BGR";
-  if (id == "vorna.PixelFormats.RGB:u8") return "RGB";
-  if (id == "vorna.PixelFormats.RGBA:u8") return "RGBA";
-  if (id == "vorna.PixelFormats.RGBX:u8") return "RGBX";
-  if (id == "vorna.PixelFormats.XRGB:u8") return "XRGB";
-  if (id == "vorna.PixelFormats.ARGB:u8") return "ARGB";
-  if (id == "vorna.PixelFormats.ABGR:u8") return "ABGR";
-  return "";
+  constexpr std::string_view prefix = "vorna.PixelFormats.";
+  constexpr std::string_view suffix = ":u8";
+  if (!id.starts_with(prefix) || !id.ends_with(suffix)) return "";
+  return id.substr(prefix.size(), id.size() - prefix.size() - suffix.size());
 }
 
 int GreenBits(std::string_view id) { return id.ends_with("u565") ? 6 : 5; }
@@ -76,6 +73,16 @@ Colour DecodeYuv(int y, int cb, int cr) {
 int Expand(int value, int bits) { return value * 255 / ((1 << bits) - 1); }
 
 }  // namespace
+
+const PixelFormat& Format(std::string_view id) {
+  const PixelFormat* format = FindPixelFormat(id);
+  EXPECT_NE(format, nullptr) << id;
+  return *format;
+}
+
+ConvertPixelsFunc Converter(std::string_view from, std::string_view to) {
+  return GetConvertFunc(Format(from), Format(to));
+}
 
 bool IsYuv(std::string_view id) { return id.starts_with("vorna.PixelFormats.YUV"); }
 

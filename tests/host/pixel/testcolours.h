@@ -1,11 +1,15 @@
 // Reference pixels for the conversion tests: a small set of colours, and an encoder and
 // decoder of the frame formats written independently of the library, in floating point.
+// Also the look-ups by id that every pixel test uses.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "vorna/pixel/convertpixels.h"
+#include "vorna/pixel/pixelformatcatalogue.h"
 
 namespace vorna::pixel::test {
 
@@ -28,6 +32,12 @@ inline const std::vector<std::string> kFrameFormats = {
   "vorna.PixelFormats.RGBX:u8",   "vorna.PixelFormats.XRGB:u8",  "vorna.PixelFormats.ARGB:u8",
   "vorna.PixelFormats.ABGR:u8",
 };
+
+// The catalogue's format of an id; a missing one fails the test.
+const PixelFormat& Format(std::string_view id);
+
+// The library's conversion between two formats given by id.
+ConvertPixelsFunc Converter(std::string_view from, std::string_view to);
 
 bool IsYuv(std::string_view id);
 bool HasAlpha(std::string_view id);
