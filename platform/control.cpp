@@ -1,6 +1,7 @@
 // Settings and counters behind tessel_platform_control.h.
 #include <atomic>
 
+#include "mfreadwrite/codec_log.h"
 #include "platform_state.h"
 #include "platform_counters.h"
 #include "tessel_platform_control.h"
@@ -44,3 +45,5 @@ extern "C" void TesselPlatformRefuseAdvancedVideoProcessing(HRESULT status) {
 extern "C" void TesselPlatformFailNextBufferCreation(HRESULT status) { GetCounters().failNextBufferCreation = status; }
 
 extern "C" void TesselPlatformFailNextReadSample(HRESULT status) { GetCounters().failNextReadSample = status; }
+
+extern "C" void TesselPlatformShowCodecLog(BOOL show) { tessel::platform::ShowCodecLog(show != FALSE); }

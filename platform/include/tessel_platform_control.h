@@ -1,5 +1,5 @@
 // The one door for tests and tools to steer the platform stand-in: the Windows version
-// it reports, its start-up counters and failure injection. Nothing else in the
+// it reports, its start-up counters, failure injection and the codec library's lines. Nothing else in the
 // platform is test-only.
 #pragma once
 
@@ -28,4 +28,7 @@ TESSEL_PLATFORM_API void TesselPlatformRefuseAdvancedVideoProcessing(HRESULT sta
 TESSEL_PLATFORM_API void TesselPlatformFailNextBufferCreation(HRESULT status);
 // The next IMFSourceReader::ReadSample fails with this status (0 clears).
 TESSEL_PLATFORM_API void TesselPlatformFailNextReadSample(HRESULT status);
+// Whether the codec library's own lines about the files it reads (damaged frames,
+// concealed errors) go to stderr. Off by default: the reader reports through statuses.
+TESSEL_PLATFORM_API void TesselPlatformShowCodecLog(BOOL show);
 }

@@ -5,6 +5,7 @@
 
 #include "mferror.h"
 #include "mfreadwrite/av_status.h"
+#include "mfreadwrite/codec_log.h"
 
 namespace tessel::platform {
 
@@ -28,6 +29,8 @@ HRESULT StatusForMissingFile(const std::string& path) {
 }
 
 }  // namespace
+
+Demuxer::Demuxer() { TakeOverCodecLog(); }
 
 HRESULT Demuxer::OpenFile(const std::string& path, std::unique_ptr<Demuxer>* demuxer) {
   HRESULT hr = StatusForMissingFile(path);

@@ -13,6 +13,7 @@ namespace tessel::platform {
 
 class Demuxer {
  public:
+  Demuxer();
   static HRESULT OpenFile(const std::string& path, std::unique_ptr<Demuxer>* demuxer);
   static HRESULT OpenByteStream(IMFByteStream* stream, std::unique_ptr<Demuxer>* demuxer);
 

@@ -153,5 +153,17 @@ TEST_F(ClipCommandsTest, FailuresOnRealFilesHaveTheirExitCodes) {
   EXPECT_EQ(Run({"frame", fx::Path(fx::kMovieAac.name), "--at", "0", "--stream", "1", "-o", "x.png"}).exitCode, 1);
 }
 
+TEST_F(ClipCommandsTest, TheDecodersComplaintsAboutADamagedClipComeOnlyWithLog) {
+  const std::vector<std::string> frames = {"frames", fx::Path(fx::kDamaged), "--count", "5", "-o", InDirectory("out")};
+  TesselRun quiet = Run(frames);
+  ASSERT_EQ(quiet.exitCode, 0) << quiet.err;
+  EXPECT_EQ(quiet.err, "");
+  std::vector<std::string> logged = frames;
+  logged.insert(logged.begin(), "--log");
+  TesselRun loud = Run(logged);
+  ASSERT_EQ(loud.exitCode, 0) << loud.err;
+  EXPECT_NE(loud.err.find("\n["), std::string::npos) << "a codec line starts with its context in brackets";
+}
+
 }  // namespace
 }  // namespace tessel::testing

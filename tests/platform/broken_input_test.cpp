@@ -2,6 +2,8 @@
 // read loop ends, nothing leaks (the sanitizer builds check the last).
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "fixtures.h"
 #include "reader_support.h"
 #include "tessel_platform_control.h"
@@ -46,6 +48,25 @@ TEST(DamagedInput, ReadsWhatIsThereAndEnds) {
     EXPECT_LE(video.size(), size_t(kMovieAac.frames)) << clip;
     EXPECT_TRUE(std::is_sorted(video.begin(), video.end())) << clip;
   }
+}
+
+// The decoder's complaints about a damaged clip stay off the console unless asked for.
+TEST(DamagedInput, CodecLinesAreShownOnlyWhenAskedFor) {
+  auto readDamaged = [] {
+    ::testing::internal::CaptureStderr();
+    auto reader = OpenReader(kDamaged, Processing::kAdvanced);
+    EXPECT_TRUE(reader);
+    if (reader) {
+      EXPECT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()), S_OK);
+      ReadAllTimes(reader.Get(), 0);
+    }
+    return ::testing::internal::GetCapturedStderr();
+  };
+  EXPECT_EQ(readDamaged(), "");
+  TesselPlatformShowCodecLog(TRUE);
+  std::string shown = readDamaged();
+  TesselPlatformShowCodecLog(FALSE);
+  EXPECT_NE(shown, "");
 }
 
 TEST(DamagedInput, TruncatedFileSeeksBackAndReadsAgain) {

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "tessel_platform_control.h"
+
 namespace tessel::cli {
 
 namespace {
@@ -34,6 +36,8 @@ bool Session::Open(const Options& options, Failure& failure) {
   }
   _started = true;
   vorna::host::SetOutputMask(options.log ? 7 : 6);
+  // With the module's diagnostics come the codec library's lines about damaged input.
+  TesselPlatformShowCodecLog(options.log ? TRUE : FALSE);
   for (const auto& [name, value] : options.settings) {
     if (!vorna::host::SetConfiguration(name, value)) {
       failure = UsageFailure("cannot set " + name + " to \"" + value + "\": expected true, false, 1 or 0");
