@@ -1,6 +1,6 @@
 // The one door for tests and tools to steer the platform stand-in: the Windows version
-// it reports, its start-up counters, failure injection and the codec library's lines. Nothing else in the
-// platform is test-only.
+// it reports, its start-up counters, failure injection and the codec library's lines.
+// Nothing else in the platform is test-only.
 #pragma once
 
 #include "windows.h"
