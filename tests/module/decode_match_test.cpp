@@ -13,6 +13,7 @@
 
 #include "fixtures.h"
 #include "host_environment.h"
+#include "loaded_module.h"
 #include "reference_decoder.h"
 #include "vorna/datatypes.h"
 #include "vorna_session.h"
@@ -22,6 +23,7 @@ namespace vorna {
 namespace {
 
 using vorna::host::ReadingSession;
+using tessel::testing::WithLoadedModule;
 namespace fixtures = tessel::fixtures;
 
 constexpr double MIN_PSNR = 40.0;
@@ -62,16 +64,11 @@ std::vector<fixtures::ReferencePicture> ReferencePictures(const Case& c) {
   return pictures;
 }
 
-class DecodeMatchTest : public ::testing::TestWithParam<Case> {
+class DecodeMatchTest : public WithLoadedModule<::testing::TestWithParam<Case>> {
  protected:
-  void SetUp() override {
-    Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule("net.vorna.tessel_reel");
-    ASSERT_FALSE(loaded.IsError());
-    _module = loaded.GetValue();
-  }
   void TearDown() override {
     _session.reset();
-    vorna::host::UnloadModule(_module);
+    WithLoadedModule::TearDown();
   }
 
   void Open(const std::string& path, Int64 formatKey) {
@@ -101,7 +98,6 @@ class DecodeMatchTest : public ::testing::TestWithParam<Case> {
     return packed;
   }
 
-  vorna::host::LoadedModule* _module = nullptr;
   std::unique_ptr<ReadingSession> _session;
   std::shared_ptr<vorna::host::ImageSink> _sink;
   int _lastWidth = 0;

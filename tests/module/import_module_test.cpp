@@ -10,6 +10,7 @@
 
 #include "fixtures.h"
 #include "host_environment.h"
+#include "loaded_module.h"
 #include "tessel_platform_control.h"
 #include "vorna/datatypelib.h"
 #include "vorna/extensionpoint.h"
@@ -22,6 +23,7 @@ namespace vorna {
 namespace {
 
 using vorna::host::ReadingSession;
+using tessel::testing::WithLoadedModule;
 namespace fixtures = tessel::fixtures;
 
 Url MakeUrl(const std::string& text) {
@@ -48,19 +50,13 @@ std::vector<UChar> FileBytes(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-class ImportModuleTest : public ::testing::Test {
+class ImportModuleTest : public WithLoadedModule<> {
  protected:
-  void SetUp() override {
-    Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule("net.vorna.tessel_reel");
-    ASSERT_FALSE(loaded.IsError());
-    _module = loaded.GetValue();
-  }
   void TearDown() override {
     vorna::host::SetConfiguration("g_mediaFoundationUseMSUrlReader", "false");
-    vorna::host::UnloadModule(_module);
+    WithLoadedModule::TearDown();
   }
 
-  vorna::host::LoadedModule* _module = nullptr;
 };
 
 TEST_F(ImportModuleTest, TheFormatsAndHandlersArePublishedWithTheirSuffixesAndRanks) {

@@ -7,6 +7,7 @@
 #include "fixtures.h"
 #include "frame_code.h"
 #include "host_environment.h"
+#include "loaded_module.h"
 #include "vorna/errorbase.h"
 #include "vorna_session.h"
 #include "vorna_sinks.h"
@@ -16,14 +17,8 @@ namespace {
 
 using host::ReadingSession;
 
-class ImportSessionTest : public ::testing::Test {
+class ImportSessionTest : public tessel::testing::WithLoadedModule<> {
  protected:
-  void SetUp() override {
-    Result<host::LoadedModule*> loaded = host::LoadModule("net.vorna.tessel_reel");
-    ASSERT_FALSE(loaded.IsError());
-    _module = loaded.GetValue();
-  }
-  void TearDown() override { host::UnloadModule(_module); }
 
   static std::unique_ptr<ReadingSession> Open(const char* clip) {
     Url url;
@@ -72,7 +67,6 @@ class ImportSessionTest : public ::testing::Test {
     return tessel::fixtures::ReadFrameCode(luma, originalWidth, originalHeight);
   }
 
-  host::LoadedModule* _module = nullptr;
 };
 
 TEST_F(ImportSessionTest, FramesByTimeForwardBackwardAndToTheEnd) {
