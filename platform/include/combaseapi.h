@@ -1,8 +1,20 @@
 // COM base functions (OLE32.dll): apartments, task memory and GUID text.
 #pragma once
 
+#include <type_traits>
+
 #include "unknwn.h"
 #include "windows.h"
+
+// IID_PPV_ARGS(&pointer): the IID of the pointer's interface and the slot as void**, the
+// two arguments of QueryInterface and of the calls that hand out an interface by IID.
+template <typename T>
+void** IID_PPV_ARGS_Helper(T** pp) {
+  static_assert(std::is_base_of_v<IUnknown, T>, "IID_PPV_ARGS needs an interface pointer");
+  return reinterpret_cast<void**>(pp);
+}
+#define IID_PPV_ARGS(pp) \
+  InterfaceIidOf<std::remove_cv_t<std::remove_reference_t<decltype(**(pp))>>>::value, IID_PPV_ARGS_Helper(pp)
 
 enum COINIT : DWORD {
   COINIT_MULTITHREADED = 0x0,

@@ -68,6 +68,7 @@ struct IMFAttributes : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetItemByIndex(UINT32 index, GUID* key, PROPVARIANT* value) = 0;
   virtual HRESULT STDMETHODCALLTYPE CopyAllItems(IMFAttributes* destination) = 0;
 };
+DECLARE_INTERFACE_IID(IMFAttributes, IID_IMFAttributes);
 
 inline constexpr DWORD MF_MEDIATYPE_EQUAL_MAJOR_TYPES = 0x1;
 inline constexpr DWORD MF_MEDIATYPE_EQUAL_FORMAT_TYPES = 0x2;
@@ -82,6 +83,7 @@ struct IMFMediaType : IMFAttributes {
   virtual HRESULT STDMETHODCALLTYPE GetRepresentation(GUID representation, LPVOID* data) = 0;
   virtual HRESULT STDMETHODCALLTYPE FreeRepresentation(GUID representation, LPVOID data) = 0;
 };
+DECLARE_INTERFACE_IID(IMFMediaType, IID_IMFMediaType);
 
 // A block of memory. Lock gives its start until Unlock; locks may nest.
 struct IMFMediaBuffer : IUnknown {
@@ -91,6 +93,7 @@ struct IMFMediaBuffer : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE SetCurrentLength(DWORD currentLength) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetMaxLength(DWORD* maxLength) = 0;
 };
+DECLARE_INTERFACE_IID(IMFMediaBuffer, IID_IMFMediaBuffer);
 
 // An image buffer by rows: scan line 0 is the top row, the pitch the signed distance
 // to the row below it (negative for a bottom-up image).
@@ -103,6 +106,7 @@ struct IMF2DBuffer : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE ContiguousCopyTo(BYTE* destination, DWORD destinationLength) = 0;
   virtual HRESULT STDMETHODCALLTYPE ContiguousCopyFrom(const BYTE* source, DWORD sourceLength) = 0;
 };
+DECLARE_INTERFACE_IID(IMF2DBuffer, IID_IMF2DBuffer);
 
 // A unit of media data: buffers with a time and a duration in 100 ns ticks.
 struct IMFSample : IMFAttributes {
@@ -122,6 +126,7 @@ struct IMFSample : IMFAttributes {
   virtual HRESULT STDMETHODCALLTYPE GetTotalLength(DWORD* totalLength) = 0;
   virtual HRESULT STDMETHODCALLTYPE CopyToBuffer(IMFMediaBuffer* buffer) = 0;
 };
+DECLARE_INTERFACE_IID(IMFSample, IID_IMFSample);
 
 // The outcome of an asynchronous operation: an object, the caller's state and a status.
 struct IMFAsyncResult : IUnknown {
@@ -131,6 +136,7 @@ struct IMFAsyncResult : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetObject(IUnknown** object) = 0;
   virtual IUnknown* STDMETHODCALLTYPE GetStateNoAddRef() = 0;
 };
+DECLARE_INTERFACE_IID(IMFAsyncResult, IID_IMFAsyncResult);
 
 // Implemented by callers of asynchronous methods. Invoke is called on the platform's
 // work-queue thread.
@@ -138,6 +144,7 @@ struct IMFAsyncCallback : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetParameters(DWORD* flags, DWORD* queue) = 0;
   virtual HRESULT STDMETHODCALLTYPE Invoke(IMFAsyncResult* result) = 0;
 };
+DECLARE_INTERFACE_IID(IMFAsyncCallback, IID_IMFAsyncCallback);
 
 inline constexpr DWORD MFBYTESTREAM_IS_READABLE = 0x00000001;
 inline constexpr DWORD MFBYTESTREAM_IS_WRITABLE = 0x00000002;
@@ -174,3 +181,4 @@ struct IMFByteStream : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE Flush() = 0;
   virtual HRESULT STDMETHODCALLTYPE Close() = 0;
 };
+DECLARE_INTERFACE_IID(IMFByteStream, IID_IMFByteStream);

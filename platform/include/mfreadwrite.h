@@ -59,6 +59,7 @@ struct IMFSourceReader : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetPresentationAttribute(DWORD streamIndex, REFGUID attribute,
                                                              PROPVARIANT* value) = 0;
 };
+DECLARE_INTERFACE_IID(IMFSourceReader, IID_IMFSourceReader);
 
 extern "C" {
 // The reader takes its own reference on the byte stream. Fails with

@@ -14,3 +14,4 @@ struct IErrorInfo : IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetHelpFile(BSTR* helpFile) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetHelpContext(DWORD* helpContext) = 0;
 };
+DECLARE_INTERFACE_IID(IErrorInfo, IID_IErrorInfo);

@@ -2,33 +2,19 @@
 #include <atomic>
 #include <new>
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfapi.h"
 #include "mfplat/work_queue.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
 namespace {
 
 // Holds a reference on its object, callback and state until it is destroyed.
-class AsyncResult final : public IMFAsyncResult {
+class AsyncResult final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFAsyncResult> {
  public:
   AsyncResult(IUnknown* object, IMFAsyncCallback* callback, IUnknown* state)
       : object_(object), callback_(callback), state_(state) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFAsyncResult) {
-      *object = static_cast<IMFAsyncResult*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
 
   HRESULT STDMETHODCALLTYPE GetState(IUnknown** state) override {
     if (!state) return E_POINTER;
@@ -51,7 +37,6 @@ class AsyncResult final : public IMFAsyncResult {
   IMFAsyncCallback* Callback() const { return callback_.Get(); }
 
  private:
-  RefCount refs_;
   ComPtr<IUnknown> object_;
   ComPtr<IMFAsyncCallback> callback_;
   ComPtr<IUnknown> state_;

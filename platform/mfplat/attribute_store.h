@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfobjects.h"
 
 namespace tessel::platform {

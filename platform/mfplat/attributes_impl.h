@@ -1,9 +1,10 @@
 // AttributesImpl: IMFAttributes over an AttributeStore, as the base of every object
-// that is also an attribute store (attributes, media types, samples). The derived
-// class supplies QueryInterface, AddRef and Release.
+// that is also an attribute store (attributes, media types, samples). Interface is the
+// RuntimeClass that gives QueryInterface, AddRef and Release.
 #pragma once
 
 #include <cstring>
+#include <memory>
 
 #include "combaseapi.h"
 #include "mferror.h"
@@ -99,7 +100,7 @@ class AttributesImpl : public Interface {
   }
   HRESULT STDMETHODCALLTYPE GetUnknown(REFGUID key, REFIID riid, LPVOID* object) override {
     ComPtr<IUnknown> unknown;
-    HRESULT hr = GetTyped(key, &unknown);
+    HRESULT hr = GetTyped(key, std::addressof(unknown));
     if (FAILED(hr)) return hr;
     if (!object) return E_POINTER;
     return unknown ? unknown->QueryInterface(riid, object) : E_NOINTERFACE;

@@ -10,12 +10,11 @@
 #include <mutex>
 #include <new>
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
 #include "mfplat/wide_path.h"
 #include "mfplat/work_queue.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
@@ -35,44 +34,15 @@ HRESULT StatusFromErrno(int error) {
 }
 
 // The count of one asynchronous read, carried by its result object.
-class ReadOutcome final : public IUnknown {
+class ReadOutcome final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IUnknown> {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid != IID_IUnknown) {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    *object = this;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
-
   std::atomic<ULONG> bytesRead{0};
-
- private:
-  RefCount refs_;
 };
 
-class FileByteStream final : public IMFByteStream {
+class FileByteStream final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFByteStream> {
  public:
   FileByteStream(int fd, DWORD capabilities) : fd_(fd), capabilities_(capabilities) {}
   ~FileByteStream() { CloseFile(); }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFByteStream) {
-      *object = static_cast<IMFByteStream*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
 
   HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override {
     if (!capabilities) return E_POINTER;
@@ -120,10 +90,10 @@ class FileByteStream final : public IMFByteStream {
   HRESULT STDMETHODCALLTYPE BeginRead(BYTE* buffer, ULONG count, IMFAsyncCallback* callback,
                                       IUnknown* state) override {
     if (!buffer || !callback) return E_INVALIDARG;
-    auto outcome = ComPtr<ReadOutcome>::Adopt(new (std::nothrow) ReadOutcome());
+    auto outcome = Make<ReadOutcome>();
     if (!outcome) return E_OUTOFMEMORY;
     ComPtr<IMFAsyncResult> result;
-    HRESULT hr = MFCreateAsyncResult(outcome.Get(), callback, state, result.Receive());
+    HRESULT hr = MFCreateAsyncResult(outcome.Get(), callback, state, &result);
     if (FAILED(hr)) return hr;
     ComPtr<FileByteStream> self(this);
     return PostToWorkQueue([self, outcome, result, buffer, count, callback] {
@@ -136,7 +106,7 @@ class FileByteStream final : public IMFByteStream {
   HRESULT STDMETHODCALLTYPE EndRead(IMFAsyncResult* result, ULONG* read) override {
     if (!result || !read) return E_INVALIDARG;
     ComPtr<IUnknown> object;
-    HRESULT hr = result->GetObject(object.Receive());
+    HRESULT hr = result->GetObject(&object);
     if (FAILED(hr)) return hr;
     *read = static_cast<ReadOutcome*>(object.Get())->bytesRead.load();
     return result->GetStatus();
@@ -190,7 +160,6 @@ class FileByteStream final : public IMFByteStream {
     fd_ = -1;
   }
 
-  RefCount refs_;
   std::mutex mutex_;
   int fd_;
   DWORD capabilities_;

@@ -5,17 +5,17 @@
 #include <cstring>
 #include <new>
 
+#include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
 #include "mfplat/buffers.h"
 #include "platform_counters.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
 namespace {
 
-class ImageBuffer final : public IMFMediaBuffer, public IMF2DBuffer {
+class ImageBuffer final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFMediaBuffer, IMF2DBuffer> {
  public:
   ImageBuffer(BYTE* data, const ImageLayout& layout, bool bottomUp, std::shared_ptr<BlockPool> pool)
       : data_(data), layout_(layout), bottomUp_(bottomUp), pool_(std::move(pool)), currentLength_(layout.bytes) {}
@@ -23,22 +23,6 @@ class ImageBuffer final : public IMFMediaBuffer, public IMF2DBuffer {
     if (pool_) pool_->Give(data_);
     else FreeBufferMemory(data_);
   }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFMediaBuffer) {
-      *object = static_cast<IMFMediaBuffer*>(this);
-    } else if (riid == IID_IMF2DBuffer) {
-      *object = static_cast<IMF2DBuffer*>(this);
-    } else {
-      *object = nullptr;
-      return E_NOINTERFACE;
-    }
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
 
   HRESULT STDMETHODCALLTYPE Lock(BYTE** buffer, DWORD* maxLength, DWORD* currentLength) override {
     if (!buffer) return E_POINTER;
@@ -100,7 +84,6 @@ class ImageBuffer final : public IMFMediaBuffer, public IMF2DBuffer {
   }
 
  private:
-  RefCount refs_;
   BYTE* data_;
   ImageLayout layout_;
   bool bottomUp_;

@@ -1,28 +1,15 @@
 // MFCreateMediaType: a media type is an attribute store with the major type, subtype
 // and format attributes of a stream.
+#include "com.h"
 #include "mfapi.h"
 #include "mfplat/attributes_impl.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
 namespace {
 
-class MediaType final : public AttributesImpl<IMFMediaType> {
+class MediaType final : public AttributesImpl<RuntimeClass<RuntimeClassFlags<ClassicCom>, ChainInterfaces<IMFMediaType, IMFAttributes>>> {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFAttributes || riid == IID_IMFMediaType) {
-      *object = static_cast<IMFMediaType*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
-
   HRESULT STDMETHODCALLTYPE GetMajorType(GUID* majorType) override {
     if (!majorType) return E_POINTER;
     return GetGUID(MF_MT_MAJOR_TYPE, majorType);
@@ -54,8 +41,6 @@ class MediaType final : public AttributesImpl<IMFMediaType> {
     GUID mine, theirs;
     return SUCCEEDED(GetGUID(key, &mine)) && SUCCEEDED(other->GetGUID(key, &theirs)) && mine == theirs;
   }
-
-  RefCount refs_;
 };
 
 }  // namespace

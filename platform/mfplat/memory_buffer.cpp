@@ -2,33 +2,20 @@
 #include <atomic>
 #include <new>
 
+#include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
 #include "mfplat/buffers.h"
 #include "platform_counters.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
 namespace {
 
-class MemoryBuffer final : public IMFMediaBuffer {
+class MemoryBuffer final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFMediaBuffer> {
  public:
   MemoryBuffer(BYTE* data, DWORD maxLength) : data_(data), maxLength_(maxLength) {}
   ~MemoryBuffer() { FreeBufferMemory(data_); }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFMediaBuffer) {
-      *object = static_cast<IMFMediaBuffer*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
 
   HRESULT STDMETHODCALLTYPE Lock(BYTE** buffer, DWORD* maxLength, DWORD* currentLength) override {
     if (!buffer) return E_POINTER;
@@ -55,7 +42,6 @@ class MemoryBuffer final : public IMFMediaBuffer {
   }
 
  private:
-  RefCount refs_;
   BYTE* data_;
   DWORD maxLength_;
   std::atomic<DWORD> currentLength_{0};

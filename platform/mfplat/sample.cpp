@@ -4,31 +4,18 @@
 #include <new>
 #include <vector>
 
+#include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
 #include "mfplat/attributes_impl.h"
 #include "mfplat/buffers.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
 namespace {
 
-class Sample final : public AttributesImpl<IMFSample> {
+class Sample final : public AttributesImpl<RuntimeClass<RuntimeClassFlags<ClassicCom>, ChainInterfaces<IMFSample, IMFAttributes>>> {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFAttributes || riid == IID_IMFSample) {
-      *object = static_cast<IMFSample*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
-
   HRESULT STDMETHODCALLTYPE GetSampleFlags(DWORD* flags) override {
     if (!flags) return E_POINTER;
     std::lock_guard lock(mutex_);
@@ -63,7 +50,7 @@ class Sample final : public AttributesImpl<IMFSample> {
     if (buffers_.empty()) return E_UNEXPECTED;
     if (buffers_.size() > 1) {
       ComPtr<IMFMediaBuffer> joined;
-      HRESULT hr = Join(joined.Receive());
+      HRESULT hr = Join(&joined);
       if (FAILED(hr)) return hr;
       buffers_.assign(1, joined);
     }
@@ -149,13 +136,12 @@ class Sample final : public AttributesImpl<IMFSample> {
 
   HRESULT Join(IMFMediaBuffer** joined) const {
     ComPtr<IMFMediaBuffer> buffer;
-    HRESULT hr = CreateMemoryBuffer(TotalLength(), buffer.Receive());
+    HRESULT hr = CreateMemoryBuffer(TotalLength(), &buffer);
     if (SUCCEEDED(hr)) hr = CopyInto(buffer.Get());
     if (SUCCEEDED(hr)) *joined = buffer.Detach();
     return hr;
   }
 
-  RefCount refs_;
   mutable std::mutex mutex_;
   std::vector<ComPtr<IMFMediaBuffer>> buffers_;
   std::optional<LONGLONG> time_;

@@ -49,9 +49,9 @@ HRESULT AudioConverter::Prepare(const AVFrame& frame, const AudioOutput& output)
   return S_OK;
 }
 
-HRESULT AudioConverter::Convert(const AVFrame* frame, const AudioOutput& output, ComPtr<IMFMediaBuffer>* buffer,
+HRESULT AudioConverter::Convert(const AVFrame* frame, const AudioOutput& output, IMFMediaBuffer** buffer,
                                 int* frames) {
-  buffer->Reset();
+  *buffer = nullptr;
   *frames = 0;
   if (frame) {
     if (frame->sample_rate <= 0 || frame->ch_layout.nb_channels <= 0) return MF_E_INVALID_STREAM_DATA;
@@ -63,7 +63,7 @@ HRESULT AudioConverter::Convert(const AVFrame* frame, const AudioOutput& output,
   if (capacity <= 0) return S_OK;
   size_t sampleBytes = size_t(av_get_bytes_per_sample(output.sampleFormat)) * output.channels;
   ComPtr<IMFMediaBuffer> made;
-  HRESULT hr = CreateMemoryBuffer(DWORD(std::min(size_t(capacity) * sampleBytes, kMaxBufferBytes)), made.Receive());
+  HRESULT hr = CreateMemoryBuffer(DWORD(std::min(size_t(capacity) * sampleBytes, kMaxBufferBytes)), &made);
   if (FAILED(hr)) return hr;
   BYTE* data = nullptr;
   made->Lock(&data, nullptr, nullptr);
@@ -76,7 +76,7 @@ HRESULT AudioConverter::Convert(const AVFrame* frame, const AudioOutput& output,
   if (converted < 0) return MF_E_INVALID_STREAM_DATA;
   if (converted == 0) return S_OK;
   made->SetCurrentLength(DWORD(bytes));
-  *buffer = std::move(made);
+  *buffer = made.Detach();
   *frames = converted;
   return S_OK;
 }

@@ -2,7 +2,7 @@
 // channel count, with libswresample. Owned by one reader stream; one thread.
 #pragma once
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfreadwrite/ffmpeg_owners.h"
 #include "mfreadwrite/output_format.h"
 
@@ -17,7 +17,7 @@ class AudioConverter {
 
   // Converts frame, or with a null frame the sound the resampler still holds, into a
   // new buffer. The buffer is null when nothing came out; frames gives the count.
-  HRESULT Convert(const AVFrame* frame, const AudioOutput& output, ComPtr<IMFMediaBuffer>* buffer, int* frames);
+  HRESULT Convert(const AVFrame* frame, const AudioOutput& output, IMFMediaBuffer** buffer, int* frames);
   // Drops what the resampler holds, after a seek.
   void Reset() { resampler_.reset(); }
 

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <new>
 
+#include "com.h"
 #include "mfapi.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
@@ -15,21 +15,9 @@ constexpr size_t kChunkBytes = 256 * 1024;
 constexpr int kAvioBufferBytes = 64 * 1024;
 
 // Hands finished reads back to the ByteStreamIo, which outlives every read it starts.
-class ReadCallback final : public IMFAsyncCallback {
+class ReadCallback final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFAsyncCallback> {
  public:
   explicit ReadCallback(ByteStreamIo* owner) : owner_(owner) {}
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (!object) return E_POINTER;
-    if (riid == IID_IUnknown || riid == IID_IMFAsyncCallback) {
-      *object = static_cast<IMFAsyncCallback*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
   HRESULT STDMETHODCALLTYPE GetParameters(DWORD*, DWORD*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE Invoke(IMFAsyncResult* result) override {
     owner_->CompleteRead(result);
@@ -37,7 +25,6 @@ class ReadCallback final : public IMFAsyncCallback {
   }
 
  private:
-  RefCount refs_;
   ByteStreamIo* owner_;
 };
 
@@ -53,7 +40,7 @@ HRESULT ByteStreamIo::Create(IMFByteStream* stream, std::unique_ptr<ByteStreamIo
   std::unique_ptr<ByteStreamIo> made(new (std::nothrow) ByteStreamIo(stream));
   if (!made) return E_OUTOFMEMORY;
   made->seekable_ = (capabilities & MFBYTESTREAM_IS_SEEKABLE) != 0;
-  made->callback_ = ComPtr<IMFAsyncCallback>::Adopt(new (std::nothrow) ReadCallback(made.get()));
+  made->callback_ = Make<ReadCallback>(made.get());
   QWORD start = 0;
   if (FAILED(stream->GetCurrentPosition(&start))) start = 0;
   if (made->seekable_ && start != 0 && SUCCEEDED(stream->SetCurrentPosition(0))) start = 0;

@@ -13,7 +13,7 @@
 #include <mutex>
 #include <vector>
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfobjects.h"
 #include "mfreadwrite/ffmpeg_owners.h"
 

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
 #include "mfreadwrite/codec_subtypes.h"
@@ -83,7 +83,7 @@ AVRational FrameRateOf(const AVStream& stream) {
 
 HRESULT CreateNativeType(const AVStream& stream, IMFMediaType** type) {
   ComPtr<IMFMediaType> made;
-  HRESULT hr = MFCreateMediaType(made.Receive());
+  HRESULT hr = MFCreateMediaType(&made);
   if (FAILED(hr)) return hr;
   switch (stream.codecpar->codec_type) {
     case AVMEDIA_TYPE_VIDEO: hr = DescribeVideo(stream, made.Get()); break;

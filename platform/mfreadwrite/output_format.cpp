@@ -1,7 +1,7 @@
 // Accepting output types and describing them.
 #include "mfreadwrite/output_format.h"
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
 
@@ -104,7 +104,7 @@ HRESULT AcceptAudioOutput(IMFMediaType* wanted, IMFMediaType* native, AudioOutpu
 
 HRESULT CreateVideoCurrentType(const VideoOutput& output, IMFMediaType* native, IMFMediaType** type) {
   ComPtr<IMFMediaType> made;
-  HRESULT hr = MFCreateMediaType(made.Receive());
+  HRESULT hr = MFCreateMediaType(&made);
   UINT64 rate = MFGetAttributeUINT64(native, MF_MT_FRAME_RATE, Pack2UINT32AsUINT64(0, 1));
   if (SUCCEEDED(hr)) hr = made->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Video);
   if (SUCCEEDED(hr)) hr = made->SetGUID(MF_MT_SUBTYPE, output.subtype);
@@ -126,7 +126,7 @@ HRESULT CreateVideoCurrentType(const VideoOutput& output, IMFMediaType* native, 
 HRESULT CreateAudioCurrentType(const AudioOutput& output, IMFMediaType** type) {
   ComPtr<IMFMediaType> made;
   UINT32 blockAlign = output.channels * output.bits / 8;
-  HRESULT hr = MFCreateMediaType(made.Receive());
+  HRESULT hr = MFCreateMediaType(&made);
   if (SUCCEEDED(hr)) hr = made->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Audio);
   if (SUCCEEDED(hr)) hr = made->SetGUID(MF_MT_SUBTYPE, output.subtype);
   if (SUCCEEDED(hr)) hr = made->SetUINT32(MF_MT_AUDIO_SAMPLES_PER_SECOND, output.rate);

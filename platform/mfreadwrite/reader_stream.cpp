@@ -32,7 +32,7 @@ bool AsStored(IMFMediaType* wanted, IMFMediaType* native) {
 
 HRESULT NewSample(IMFMediaBuffer* buffer, int64_t time, int64_t duration, bool cleanPoint, IMFSample** sample) {
   ComPtr<IMFSample> made;
-  HRESULT hr = MFCreateSample(made.Receive());
+  HRESULT hr = MFCreateSample(&made);
   if (SUCCEEDED(hr)) hr = made->AddBuffer(buffer);
   if (SUCCEEDED(hr)) hr = made->SetSampleTime(time);
   if (SUCCEEDED(hr)) hr = made->SetSampleDuration(duration);
@@ -61,8 +61,8 @@ HRESULT ReaderStream::SetOutput(IMFMediaType* wanted, VideoProcessing processing
   if (IsAudio()) hr = AcceptAudioOutput(wanted, native_.Get(), &audio);
   if (SUCCEEDED(hr)) hr = OpenDecoder();
   ComPtr<IMFMediaType> current;
-  if (SUCCEEDED(hr) && IsVideo()) hr = CreateVideoCurrentType(video, native_.Get(), current.Receive());
-  if (SUCCEEDED(hr) && IsAudio()) hr = CreateAudioCurrentType(audio, current.Receive());
+  if (SUCCEEDED(hr) && IsVideo()) hr = CreateVideoCurrentType(video, native_.Get(), &current);
+  if (SUCCEEDED(hr) && IsAudio()) hr = CreateAudioCurrentType(audio, &current);
   if (FAILED(hr)) return hr;
   if (IsVideo() && (!pool_ || pool_->BlockBytes() != video.layout.bytes)) {
     pool_ = std::make_shared<BlockPool>(video.layout.bytes);
@@ -134,7 +134,7 @@ HRESULT ReaderStream::PullPacket(Pulled* result, IMFSample** sample) {
   }
   PacketPtr packet = std::move(pending_);
   ComPtr<IMFMediaBuffer> buffer;
-  HRESULT hr = CreateMemoryBuffer(DWORD(packet->size), buffer.Receive());
+  HRESULT hr = CreateMemoryBuffer(DWORD(packet->size), &buffer);
   if (FAILED(hr)) return hr;
   BYTE* data = nullptr;
   buffer->Lock(&data, nullptr, nullptr);
@@ -181,7 +181,7 @@ HRESULT ReaderStream::PullDecoded(Pulled* result, IMFSample** sample) {
 
 HRESULT ReaderStream::MakeVideoSample(IMFSample** sample) {
   ComPtr<IMFMediaBuffer> buffer;
-  HRESULT hr = CreateImageBuffer(video_.layout, false, pool_, buffer.Receive());
+  HRESULT hr = CreateImageBuffer(video_.layout, false, pool_, &buffer);
   if (FAILED(hr)) return hr;
   BYTE* data = nullptr;
   buffer->Lock(&data, nullptr, nullptr);

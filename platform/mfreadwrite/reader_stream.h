@@ -7,7 +7,7 @@
 #include <deque>
 #include <memory>
 
-#include "com_ptr.h"
+#include "com.h"
 #include "mfplat/buffers.h"
 #include "mfreadwrite/audio_converter.h"
 #include "mfreadwrite/ffmpeg_owners.h"

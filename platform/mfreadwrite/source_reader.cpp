@@ -24,7 +24,7 @@ constexpr int kMaxPeekPackets = 4096;
 HRESULT CopyType(IMFMediaType* type, IMFMediaType** copy) {
   if (!copy) return E_POINTER;
   ComPtr<IMFMediaType> made;
-  HRESULT hr = MFCreateMediaType(made.Receive());
+  HRESULT hr = MFCreateMediaType(&made);
   if (SUCCEEDED(hr)) hr = type->CopyAllItems(made.Get());
   if (SUCCEEDED(hr)) *copy = made.Detach();
   return hr;
@@ -41,7 +41,8 @@ SourceReader::~SourceReader() { --GetCounters().liveSourceReaders; }
 
 HRESULT SourceReader::Create(std::unique_ptr<Demuxer> demuxer, VideoProcessing processing,
                              IMFSourceReader** reader) {
-  auto made = ComPtr<SourceReader>::Adopt(new (std::nothrow) SourceReader(std::move(demuxer), processing));
+  ComPtr<SourceReader> made;
+  made.Attach(new (std::nothrow) SourceReader(std::move(demuxer), processing));
   if (!made) return E_OUTOFMEMORY;
   HRESULT hr = made->DescribeStreams();
   if (SUCCEEDED(hr)) *reader = made.Detach();
@@ -56,7 +57,7 @@ HRESULT SourceReader::DescribeStreams() {
   for (unsigned i = 0; i < format->nb_streams; ++i) {
     AVStream* stream = format->streams[i];
     ComPtr<IMFMediaType> native;
-    HRESULT hr = CreateNativeType(*stream, native.Receive());
+    HRESULT hr = CreateNativeType(*stream, &native);
     if (FAILED(hr)) return hr;
     auto entry = std::make_unique<ReaderStream>(stream, native);
     if (entry->IsVideo() && !videoSelected) entry->selected = videoSelected = true;
@@ -64,17 +65,6 @@ HRESULT SourceReader::DescribeStreams() {
     streams_.push_back(std::move(entry));
   }
   return S_OK;
-}
-
-HRESULT SourceReader::QueryInterface(REFIID riid, void** object) {
-  if (!object) return E_POINTER;
-  if (riid == IID_IUnknown || riid == IID_IMFSourceReader) {
-    *object = static_cast<IMFSourceReader*>(this);
-    AddRef();
-    return S_OK;
-  }
-  *object = nullptr;
-  return E_NOINTERFACE;
 }
 
 ReaderStream* SourceReader::Find(DWORD streamIndex) {

@@ -6,21 +6,17 @@
 #include <mutex>
 #include <vector>
 
+#include "com.h"
 #include "mfreadwrite.h"
 #include "mfreadwrite/demuxer.h"
 #include "mfreadwrite/reader_stream.h"
-#include "ref_count.h"
 
 namespace tessel::platform {
 
-class SourceReader final : public IMFSourceReader {
+class SourceReader final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFSourceReader> {
  public:
   static HRESULT Create(std::unique_ptr<Demuxer> demuxer, VideoProcessing processing, IMFSourceReader** reader);
   ~SourceReader();
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override { return refs_.Add(); }
-  ULONG STDMETHODCALLTYPE Release() override { return refs_.Drop(this); }
 
   HRESULT STDMETHODCALLTYPE GetStreamSelection(DWORD streamIndex, BOOL* selected) override;
   HRESULT STDMETHODCALLTYPE SetStreamSelection(DWORD streamIndex, BOOL selected) override;
@@ -51,7 +47,6 @@ class SourceReader final : public IMFSourceReader {
   ReaderStream* SeekReference();
   HRESULT FirstTicksAfterSeek(ReaderStream& stream, int64_t* ticks);
 
-  RefCount refs_;
   std::mutex mutex_;
   std::unique_ptr<Demuxer> demuxer_;
   VideoProcessing processing_;

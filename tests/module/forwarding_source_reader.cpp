@@ -20,23 +20,6 @@ HRESULT BareType(const FurtherType& further, IMFMediaType** type) {
 
 }  // namespace
 
-HRESULT ForwardingSourceReader::QueryInterface(REFIID riid, void** object) {
-  if (!object) return E_POINTER;
-  if (riid != IID_IUnknown && riid != IID_IMFSourceReader) {
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  AddRef();
-  *object = static_cast<IMFSourceReader*>(this);
-  return S_OK;
-}
-
-ULONG ForwardingSourceReader::Release() {
-  ULONG left = --_references;
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT ForwardingSourceReader::AlteredCopy(IMFMediaType* original, const GUID& subtype, IMFMediaType** copy) const {
   HRESULT hr = MFCreateMediaType(copy);
   if (SUCCEEDED(hr)) hr = original->CopyAllItems(*copy);

@@ -6,6 +6,7 @@
 
 #include <mfapi.h>
 #include <mfreadwrite.h>
+#include <wrl/implements.h>
 
 #include <atomic>
 #include <vector>
@@ -19,7 +20,8 @@ struct FurtherType {
   GUID subtype;
 };
 
-class ForwardingSourceReader final : public IMFSourceReader {
+class ForwardingSourceReader final : public Microsoft::WRL::RuntimeClass<
+    Microsoft::WRL::RuntimeClassFlags<Microsoft::WRL::ClassicCom>, IMFSourceReader> {
  public:
   // A new reader with one reference, owned by the caller, that takes over the
   // caller's one reference on inner.
@@ -29,10 +31,6 @@ class ForwardingSourceReader final : public IMFSourceReader {
   std::vector<FurtherType> furtherTypes;
   // Native type 0 and the current type of video streams state a frame rate of n / 0.
   bool zeroRateDenominator = false;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++_references; }
-  ULONG STDMETHODCALLTYPE Release() override;
 
   HRESULT STDMETHODCALLTYPE GetStreamSelection(DWORD streamIndex, BOOL* selected) override {
     return _inner->GetStreamSelection(streamIndex, selected);
@@ -70,7 +68,6 @@ class ForwardingSourceReader final : public IMFSourceReader {
   HRESULT AlteredCopy(IMFMediaType* original, const GUID& subtype, IMFMediaType** copy) const;
 
   IMFSourceReader* _inner;
-  std::atomic<ULONG> _references{1};
 };
 
 }  // namespace tessel::testing

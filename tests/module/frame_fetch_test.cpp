@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
+#include <wrl/client.h>
 
-#include "com_ref.h"
 #include "host_environment.h"
 #include "import_test_streams.h"
 
@@ -8,6 +8,7 @@ namespace tessel::testing {
 namespace {
 
 using namespace vorna;
+using Microsoft::WRL::ComPtr;
 
 constexpr LONGLONG FRAME = 400000;  // 25 frames per second, in ticks
 

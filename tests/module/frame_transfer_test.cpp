@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <mfapi.h>
+#include <wrl/client.h>
 
 #include <cstring>
 #include <vector>
 
-#include "com_ref.h"
 #include "frame_transfer.h"
 #include "host_environment.h"
 #include "published_objects.h"
@@ -19,6 +19,7 @@ namespace tessel {
 namespace {
 
 using namespace vorna;
+using Microsoft::WRL::ComPtr;
 
 VORNA_DEFINE_OBJECT_USE(g_imageImportClass, "vorna.MediaStreamImageDataImportClass");
 VORNA_DEFINE_OBJECT_USE(g_propertiesClass, "vorna.MediaStreamPropertiesClass");
@@ -33,9 +34,9 @@ void PutPixel(BYTE* p, int c, int r) {
 }
 
 // A plain buffer with rows of pitch bytes, the top row first or, bottomUp, last.
-ComRef<IMFMediaBuffer> PlainBuffer(int columns, int rows, int pitch, bool bottomUp) {
-  ComRef<IMFMediaBuffer> buffer;
-  EXPECT_EQ(MFCreateMemoryBuffer(DWORD(rows * pitch), buffer.Receive()), S_OK);
+ComPtr<IMFMediaBuffer> PlainBuffer(int columns, int rows, int pitch, bool bottomUp) {
+  ComPtr<IMFMediaBuffer> buffer;
+  EXPECT_EQ(MFCreateMemoryBuffer(DWORD(rows * pitch), &buffer), S_OK);
   BYTE* data = nullptr;
   buffer->Lock(&data, nullptr, nullptr);
   std::memset(data, 0xEE, size_t(rows * pitch));
@@ -47,11 +48,11 @@ ComRef<IMFMediaBuffer> PlainBuffer(int columns, int rows, int pitch, bool bottom
 }
 
 // A 2D RGB24 buffer of the platform, filled through its own top line and pitch.
-ComRef<IMFMediaBuffer> ImageBuffer(int columns, int rows, bool bottomUp) {
-  ComRef<IMFMediaBuffer> buffer;
-  EXPECT_EQ(MFCreate2DMediaBuffer(DWORD(columns), DWORD(rows), FOURCC_RGB24, bottomUp, buffer.Receive()), S_OK);
-  ComRef<IMF2DBuffer> image;
-  EXPECT_EQ(buffer->QueryInterface(IID_IMF2DBuffer, reinterpret_cast<void**>(image.Receive())), S_OK);
+ComPtr<IMFMediaBuffer> ImageBuffer(int columns, int rows, bool bottomUp) {
+  ComPtr<IMFMediaBuffer> buffer;
+  EXPECT_EQ(MFCreate2DMediaBuffer(DWORD(columns), DWORD(rows), FOURCC_RGB24, bottomUp, &buffer), S_OK);
+  ComPtr<IMF2DBuffer> image;
+  EXPECT_EQ(buffer->QueryInterface(IID_PPV_ARGS(&image)), S_OK);
   BYTE* top = nullptr;
   LONG pitch = 0;
   image->Lock2D(&top, &pitch);
@@ -104,34 +105,34 @@ void ExpectUpright(const Delivery& delivery, int width, int height) {
 
 TEST(FrameTransferTest, PlainBuffersTopDownAndBottomUp) {
   // Rows of 3 pixels padded to 12 bytes; the stride says where each row lies.
-  ComRef<IMFMediaBuffer> topDown = PlainBuffer(3, 5, 12, false);
+  ComPtr<IMFMediaBuffer> topDown = PlainBuffer(3, 5, 12, false);
   ExpectUpright(Transfer(topDown.Get(), {3, 5, 0, 12, true}), 3, 5);
-  ComRef<IMFMediaBuffer> bottomUp = PlainBuffer(3, 5, 12, true);
+  ComPtr<IMFMediaBuffer> bottomUp = PlainBuffer(3, 5, 12, true);
   ExpectUpright(Transfer(bottomUp.Get(), {3, 5, 0, -12, true}), 3, 5);
 }
 
 TEST(FrameTransferTest, ImageBuffersGiveTheirOwnTopLineAndPitch) {
   // The default stride is wrong on purpose: a 2D buffer is read by its own pitch.
-  ComRef<IMFMediaBuffer> topDown = ImageBuffer(3, 4, false);
+  ComPtr<IMFMediaBuffer> topDown = ImageBuffer(3, 4, false);
   ExpectUpright(Transfer(topDown.Get(), {3, 4, 0, 9, true}), 3, 4);
-  ComRef<IMFMediaBuffer> bottomUp = ImageBuffer(3, 4, true);
+  ComPtr<IMFMediaBuffer> bottomUp = ImageBuffer(3, 4, true);
   ExpectUpright(Transfer(bottomUp.Get(), {3, 4, 0, 9, false}), 3, 4);
 }
 
 TEST(FrameTransferTest, WithoutAdvancedProcessingPlainRowsAre32ByteAligned) {
   // Ten BGR pixels make 30 bytes; the platform's rows then lie 32 bytes apart.
-  ComRef<IMFMediaBuffer> aligned = PlainBuffer(10, 3, 32, false);
+  ComPtr<IMFMediaBuffer> aligned = PlainBuffer(10, 3, 32, false);
   ExpectUpright(Transfer(aligned.Get(), {10, 3, 0, 30, false}), 10, 3);
   // With advanced processing the stride is taken as it is.
-  ComRef<IMFMediaBuffer> packed = PlainBuffer(10, 3, 30, false);
+  ComPtr<IMFMediaBuffer> packed = PlainBuffer(10, 3, 30, false);
   ExpectUpright(Transfer(packed.Get(), {10, 3, 0, 30, true}), 10, 3);
   // A bottom-up stride is not rounded.
-  ComRef<IMFMediaBuffer> bottomUp = PlainBuffer(10, 3, 30, true);
+  ComPtr<IMFMediaBuffer> bottomUp = PlainBuffer(10, 3, 30, true);
   ExpectUpright(Transfer(bottomUp.Get(), {10, 3, 0, -30, false}), 10, 3);
 }
 
 TEST(FrameTransferTest, ABufferTooSmallForItsRowsIsRefusedAndTheFrameStillFinished) {
-  ComRef<IMFMediaBuffer> packed = PlainBuffer(10, 3, 30, false);
+  ComPtr<IMFMediaBuffer> packed = PlainBuffer(10, 3, 30, false);
   Delivery delivery = Transfer(packed.Get(), {10, 3, 0, 30, false});
   EXPECT_TRUE(IsErrorOfClass(delivery.result.GetError(), g_IllegalStateErrorObject)) << "3 rows of 32 bytes";
   EXPECT_EQ(delivery.frames, 1);
@@ -149,7 +150,7 @@ TEST(FrameTransferTest, QuarterTurnsReadSourceColumns) {
     for (int rotation : {90, 270}) {
       SCOPED_TRACE(rotation);
       // A source of W rows by H columns, bottom-up for the plain buffer.
-      ComRef<IMFMediaBuffer> buffer = image ? ImageBuffer(H, W, false) : PlainBuffer(H, W, 3 * H, true);
+      ComPtr<IMFMediaBuffer> buffer = image ? ImageBuffer(H, W, false) : PlainBuffer(H, W, 3 * H, true);
       Delivery delivery = Transfer(buffer.Get(), {W, H, rotation, -3 * H, true});
       ASSERT_FALSE(delivery.result.IsError());
       EXPECT_EQ(delivery.frame.deliveredLines, H);
@@ -168,7 +169,7 @@ TEST(FrameTransferTest, QuarterTurnsReadSourceColumns) {
 
 TEST(FrameTransferTest, HalfTurnReadsRowsBackwardsIntoTheOppositeLine) {
   constexpr int W = 3, H = 5;
-  ComRef<IMFMediaBuffer> buffer = PlainBuffer(W, H, 12, false);
+  ComPtr<IMFMediaBuffer> buffer = PlainBuffer(W, H, 12, false);
   Delivery delivery = Transfer(buffer.Get(), {W, H, 180, 12, true});
   ASSERT_FALSE(delivery.result.IsError());
   EXPECT_EQ(delivery.frame.deliveredLines, H);
@@ -177,7 +178,7 @@ TEST(FrameTransferTest, HalfTurnReadsRowsBackwardsIntoTheOppositeLine) {
 }
 
 TEST(FrameTransferTest, EmptyFramesAndUnknownRotationsDeliverNoPixelButFinish) {
-  ComRef<IMFMediaBuffer> buffer = PlainBuffer(3, 5, 12, false);
+  ComPtr<IMFMediaBuffer> buffer = PlainBuffer(3, 5, 12, false);
   Delivery noRows = Transfer(buffer.Get(), {3, 0, 0, 12, true});
   EXPECT_FALSE(noRows.result.IsError());
   EXPECT_EQ(noRows.frames, 1);
@@ -195,7 +196,7 @@ TEST(FrameTransferTest, EmptyFramesAndUnknownRotationsDeliverNoPixelButFinish) {
 
 TEST(FrameTransferTest, ManyLinesReachTheImageFromSeveralJobs) {
   constexpr int W = 7, H = 300;
-  ComRef<IMFMediaBuffer> buffer = PlainBuffer(W, H, 24, true);
+  ComPtr<IMFMediaBuffer> buffer = PlainBuffer(W, H, 24, true);
   ExpectUpright(Transfer(buffer.Get(), {W, H, 0, -24, true}), W, H);
 }
 

@@ -5,19 +5,21 @@
 
 #include <mfapi.h>
 #include <mfreadwrite.h>
+#include <wrl/implements.h>
 
 #include <algorithm>
 #include <future>
 #include <string>
 #include <vector>
 
-#include "com_ref.h"
 #include "fixtures.h"
 #include "host_environment.h"
 #include "vorna/job.h"
 #include "win_mfstream.h"
 
 namespace tessel {
+
+using namespace Microsoft::WRL;
 namespace {
 
 constexpr const char* kPatternBlob = "mfstream/pattern.bin";
@@ -36,8 +38,8 @@ vorna::Url MakeUrl(const std::string& text) {
 }
 
 // A new stream with the caller's reference; opened on url unless it is empty.
-ComRef<MFStream> OpenStream(const std::string& url) {
-  ComRef<MFStream> stream(new MFStream);
+ComPtr<MFStream> OpenStream(const std::string& url) {
+  ComPtr<MFStream> stream(new MFStream);
   if (!url.empty()) {
     EXPECT_FALSE(stream->Init(MakeUrl(url)).IsError()) << url;
   }
@@ -65,32 +67,19 @@ QWORD PositionOf(MFStream* stream) {
 // Keeps the result its Invoke receives and lets the test wait for it; the test ends the
 // read itself, so that it can act between the callback and EndRead. Counted like any
 // COM object, as the platform may drop its references after the test has gone on.
-class ResultCatcher final : public IMFAsyncCallback {
+class ResultCatcher final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFAsyncCallback> {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
-    if (riid != IID_IUnknown && riid != IID_IMFAsyncCallback) return E_NOINTERFACE;
-    *ppv = static_cast<IMFAsyncCallback*>(this);
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++_refCount; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    ULONG count = --_refCount;
-    if (count == 0) delete this;
-    return count;
-  }
   HRESULT STDMETHODCALLTYPE GetParameters(DWORD*, DWORD*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE Invoke(IMFAsyncResult* result) override {
-    _invoked.set_value(ComRef<IMFAsyncResult>(result));
+    _invoked.set_value(ComPtr<IMFAsyncResult>(result));
     return S_OK;
   }
 
-  ComRef<IMFAsyncResult> Wait() { return _future.get(); }
+  ComPtr<IMFAsyncResult> Wait() { return _future.get(); }
 
  private:
-  std::atomic<ULONG> _refCount{0};
-  std::promise<ComRef<IMFAsyncResult>> _invoked;
-  std::future<ComRef<IMFAsyncResult>> _future = _invoked.get_future();
+  std::promise<ComPtr<IMFAsyncResult>> _invoked;
+  std::future<ComPtr<IMFAsyncResult>> _future = _invoked.get_future();
 };
 
 // What one asynchronous read delivered.
@@ -100,12 +89,12 @@ struct AsyncOutcome {
   ULONG count;
 };
 
-using CatcherRef = ComRef<ResultCatcher>;
+using CatcherRef = ComPtr<ResultCatcher>;
 
-CatcherRef NewCatcher() { return CatcherRef(new ResultCatcher); }
+CatcherRef NewCatcher() { return Make<ResultCatcher>(); }
 
 AsyncOutcome EndCaughtRead(MFStream* stream, const CatcherRef& catcher) {
-  ComRef<IMFAsyncResult> result = catcher->Wait();
+  ComPtr<IMFAsyncResult> result = catcher->Wait();
   AsyncOutcome outcome{result->GetStatus(), E_FAIL, ~ULONG(0)};
   outcome.endRead = stream->EndRead(result.Get(), &outcome.count);
   return outcome;
@@ -137,7 +126,7 @@ class MFStreamTest : public ::testing::Test {
   }
 
   std::vector<vorna::UChar> _bytes;
-  ComRef<MFStream> _stream;
+  ComPtr<MFStream> _stream;
 };
 
 TEST_F(MFStreamTest, InterfacesAndReferences) {
@@ -189,7 +178,7 @@ TEST_F(MFStreamTest, LengthCapabilitiesAndPosition) {
 }
 
 TEST_F(MFStreamTest, FailedInitLeavesAStreamThatAnswersWithFailures) {
-  ComRef<MFStream> stream = OpenStream("");
+  ComPtr<MFStream> stream = OpenStream("");
   EXPECT_TRUE(stream->Init(MakeUrl("memory://mfstream/missing.bin")).IsError());
 
   ExpectNothingToRead(stream.Get());
@@ -255,7 +244,7 @@ TEST_F(MFStreamTest, EndOfStream) {
   EXPECT_EQ(_stream->IsEndOfStream(&end), S_OK);
   EXPECT_TRUE(end) << "behind the end";
 
-  ComRef<MFStream> empty = OpenStream("memory://mfstream/empty.bin");
+  ComPtr<MFStream> empty = OpenStream("memory://mfstream/empty.bin");
   end = FALSE;
   EXPECT_EQ(empty->IsEndOfStream(&end), S_OK);
   EXPECT_TRUE(end);
@@ -361,7 +350,7 @@ TEST_F(MFStreamAsyncTest, AMoveAfterTheJobRanStaysAndLaterReadsFollowIt) {
   std::vector<BYTE> buffer(50, 0xEE);
   CatcherRef catcher = NewCatcher();
   ASSERT_EQ(_stream->BeginRead(buffer.data(), 50, catcher.Get(), nullptr), S_OK);
-  ComRef<IMFAsyncResult> result = catcher->Wait();
+  ComPtr<IMFAsyncResult> result = catcher->Wait();
   QWORD position = 0;
   ASSERT_EQ(_stream->Seek(msoBegin, 400, 0, &position), S_OK);
   ULONG count = 0;
@@ -402,28 +391,16 @@ TEST_F(MFStreamAsyncTest, NoMemoryForTheStateOrTheJob) {
 // read path. The clips are smaller than one chunk of the platform's reader, which would
 // take a clip whole with its first synchronous read; cut to kSyncReadLimit, that read
 // leaves the rest of the movie to the reader's read-ahead, which uses BeginRead.
-class CountingStream final : public IMFByteStream {
+class CountingStream final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFByteStream> {
  public:
   static constexpr ULONG kSyncReadLimit = 4096;
 
-  explicit CountingStream(const ComRef<MFStream>& inner) : _inner(inner) {}
+  explicit CountingStream(const ComPtr<MFStream>& inner) : _inner(inner) {}
   std::atomic<int> beginReads{0};
   std::atomic<int> endReads{0};
   std::atomic<QWORD> syncBytes{0};
   std::atomic<QWORD> asyncBytes{0};
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
-    if (riid != IID_IUnknown && riid != IID_IMFByteStream) return E_NOINTERFACE;
-    *ppv = static_cast<IMFByteStream*>(this);
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++_refCount; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    ULONG count = --_refCount;
-    if (count == 0) delete this;
-    return count;
-  }
   HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* c) override { return _inner->GetCapabilities(c); }
   HRESULT STDMETHODCALLTYPE GetLength(QWORD* l) override { return _inner->GetLength(l); }
   HRESULT STDMETHODCALLTYPE SetLength(QWORD l) override { return _inner->SetLength(l); }
@@ -461,8 +438,7 @@ class CountingStream final : public IMFByteStream {
   HRESULT STDMETHODCALLTYPE Close() override { return _inner->Close(); }
 
  private:
-  std::atomic<ULONG> _refCount{0};
-  ComRef<MFStream> _inner;
+  ComPtr<MFStream> _inner;
 };
 
 class MFStreamReaderTest : public ::testing::Test {
@@ -472,10 +448,10 @@ class MFStreamReaderTest : public ::testing::Test {
 };
 
 TEST_F(MFStreamReaderTest, SourceReaderReadsAWholeMovieThroughAsynchronousReads) {
-  ComRef<MFStream> stream = OpenStream(fixtures::Path(fixtures::kMovieAac.name));
-  ComRef<CountingStream> counting(new CountingStream(stream));
-  ComRef<IMFSourceReader> reader;
-  ASSERT_EQ(MFCreateSourceReaderFromByteStream(counting.Get(), nullptr, reader.Receive()), S_OK);
+  ComPtr<MFStream> stream = OpenStream(fixtures::Path(fixtures::kMovieAac.name));
+  auto counting = Make<CountingStream>(stream);
+  ComPtr<IMFSourceReader> reader;
+  ASSERT_EQ(MFCreateSourceReaderFromByteStream(counting.Get(), nullptr, &reader), S_OK);
   ASSERT_EQ(reader->SetStreamSelection(MF_SOURCE_READER_ALL_STREAMS, FALSE), S_OK);
   ASSERT_EQ(reader->SetStreamSelection(MF_SOURCE_READER_FIRST_VIDEO_STREAM, TRUE), S_OK);
 
@@ -483,8 +459,8 @@ TEST_F(MFStreamReaderTest, SourceReaderReadsAWholeMovieThroughAsynchronousReads)
   for (int guard = 0; guard < 1000; ++guard) {
     DWORD flags = 0;
     LONGLONG time = 0;
-    ComRef<IMFSample> sample;
-    HRESULT hr = reader->ReadSample(MF_SOURCE_READER_FIRST_VIDEO_STREAM, 0, nullptr, &flags, &time, sample.Receive());
+    ComPtr<IMFSample> sample;
+    HRESULT hr = reader->ReadSample(MF_SOURCE_READER_FIRST_VIDEO_STREAM, 0, nullptr, &flags, &time, &sample);
     ASSERT_EQ(hr, S_OK);
     if (flags & MF_SOURCE_READERF_ENDOFSTREAM) break;
     if (sample) ++samples;

@@ -14,7 +14,7 @@ HRESULT VideoBuffer(size_t index, IMFMediaBuffer** buffer) {
   HRESULT hr = MFCreate2DMediaBuffer(2, 2, FOURCC_RGB24, FALSE, buffer);
   if (FAILED(hr)) return hr;
   IMF2DBuffer* image = nullptr;
-  (*buffer)->QueryInterface(IID_IMF2DBuffer, reinterpret_cast<void**>(&image));
+  (*buffer)->QueryInterface(IID_PPV_ARGS(&image));
   BYTE* top = nullptr;
   LONG pitch = 0;
   image->Lock2D(&top, &pitch);
@@ -51,23 +51,6 @@ std::vector<ScriptedRead> EvenReads(int count, LONGLONG first, LONGLONG step, LO
 
 void ScriptedSourceReader::AddStream(std::vector<ScriptedRead> reads, LONGLONG endTime, bool video, int keyInterval) {
   _streams.push_back({std::move(reads), endTime, video, keyInterval, 0});
-}
-
-HRESULT ScriptedSourceReader::QueryInterface(REFIID riid, void** object) {
-  if (!object) return E_POINTER;
-  if (riid != IID_IUnknown && riid != IID_IMFSourceReader) {
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  AddRef();
-  *object = static_cast<IMFSourceReader*>(this);
-  return S_OK;
-}
-
-ULONG ScriptedSourceReader::Release() {
-  ULONG left = --_references;
-  if (left == 0) delete this;
-  return left;
 }
 
 HRESULT ScriptedSourceReader::SetStreamSelection(DWORD streamIndex, BOOL) {

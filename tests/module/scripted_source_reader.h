@@ -7,6 +7,7 @@
 
 #include <mfapi.h>
 #include <mfreadwrite.h>
+#include <wrl/implements.h>
 
 #include <atomic>
 #include <vector>
@@ -23,7 +24,8 @@ struct ScriptedRead {
 // count reads from first, step apart, of that duration (-1: none).
 std::vector<ScriptedRead> EvenReads(int count, LONGLONG first, LONGLONG step, LONGLONG duration);
 
-class ScriptedSourceReader final : public IMFSourceReader {
+class ScriptedSourceReader final : public Microsoft::WRL::RuntimeClass<
+    Microsoft::WRL::RuntimeClassFlags<Microsoft::WRL::ClassicCom>, IMFSourceReader> {
  public:
   enum class Landing { KEY_FRAME_BEFORE, KEY_FRAME_AFTER };
 
@@ -37,10 +39,6 @@ class ScriptedSourceReader final : public IMFSourceReader {
   int readCount = 0;
   // The next ReadSample fails with this status when it is not S_OK.
   HRESULT failNextRead = S_OK;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++_references; }
-  ULONG STDMETHODCALLTYPE Release() override;
 
   HRESULT STDMETHODCALLTYPE GetStreamSelection(DWORD, BOOL*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE SetStreamSelection(DWORD streamIndex, BOOL) override;
@@ -69,7 +67,6 @@ class ScriptedSourceReader final : public IMFSourceReader {
   size_t Land(const Stream& stream, LONGLONG position) const;
   HRESULT MakeSample(const Stream& stream, size_t index, IMFSample** sample) const;
 
-  std::atomic<ULONG> _references{1};
   std::vector<Stream> _streams;
 };
 

@@ -80,7 +80,7 @@ TEST(DamagedInput, TruncatedFileSeeksBackAndReadsAgain) {
 TEST(AbsurdInput, HugeFramesAreRefusedNotAllocated) {
   auto reader = OpenReader(kAbsurdSize, Processing::kAdvanced);
   ASSERT_TRUE(reader);
-  Com<IMFMediaType> native;
+  ComPtr<IMFMediaType> native;
   ASSERT_EQ(reader->GetNativeMediaType(0, 0, &native), S_OK);
   EXPECT_EQ(MFGetAttributeUINT64(native.Get(), MF_MT_FRAME_SIZE, 0), Pack2UINT32AsUINT64(12000, 12000));
   EXPECT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()),
@@ -92,7 +92,7 @@ TEST(InjectedFailures, BufferCreationFailureReachesReadSample) {
   ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()), S_OK);
   TesselPlatformFailNextBufferCreation(E_OUTOFMEMORY);
   DWORD flags = 0;
-  Com<IMFSample> sample;
+  ComPtr<IMFSample> sample;
   EXPECT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), E_OUTOFMEMORY);
   EXPECT_FALSE(sample);
   VideoFrame frame;
@@ -103,7 +103,7 @@ TEST(InjectedFailures, ReadSampleFailsOnceWithTheGivenStatus) {
   auto reader = OpenReader(kMovieAac.name, Processing::kAdvanced);
   TesselPlatformFailNextReadSample(MF_E_INVALID_STREAM_DATA);
   DWORD flags = 0;
-  Com<IMFSample> sample;
+  ComPtr<IMFSample> sample;
   EXPECT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), MF_E_INVALID_STREAM_DATA);
   EXPECT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), S_OK);
 }
@@ -119,10 +119,10 @@ TEST(InjectedFailures, RefusedAdvancedProcessingLeavesPlainProcessing) {
 }
 
 TEST(PlatformState, AsynchronousReadersAreRefused) {
-  Com<IMFAttributes> attributes;
+  ComPtr<IMFAttributes> attributes;
   MFCreateAttributes(&attributes, 1);
   attributes->SetUnknown(MF_SOURCE_READER_ASYNC_CALLBACK, attributes.Get());
-  Com<IMFSourceReader> reader;
+  ComPtr<IMFSourceReader> reader;
   EXPECT_EQ(MFCreateSourceReaderFromURL(Wide(ClipPath(kMovieAac.name)).c_str(), attributes.Get(), &reader), E_NOTIMPL);
   attributes->DeleteAllItems();
 }

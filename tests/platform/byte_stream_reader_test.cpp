@@ -21,7 +21,7 @@ constexpr GUID kThreadReadBytes = {0x5d1c7a42, 0x0b7e, 0x4c1f, {0x9a, 0x31, 0x6e
 // A file byte stream with knobs: hide seeking, refuse BeginRead or serve it on a thread
 // of its own through MFInvokeCallback, cut reads short, fail reads after a number of
 // bytes; counts what the reader asks of it.
-class WrappedStream final : public IMFByteStream {
+class WrappedStream final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFByteStream> {
  public:
   struct Knobs {
     bool seekable = true;
@@ -40,18 +40,6 @@ class WrappedStream final : public IMFByteStream {
   std::atomic<int> beginReads{0};
   std::atomic<int> positionMoves{0};
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (riid != IID_IUnknown && riid != IID_IMFByteStream) return E_NOINTERFACE;
-    *object = static_cast<IMFByteStream*>(this);
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    ULONG left = --refs_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE GetCapabilities(DWORD* capabilities) override {
     *capabilities = MFBYTESTREAM_IS_READABLE | (knobs_.seekable ? MFBYTESTREAM_IS_SEEKABLE : 0);
     return S_OK;
@@ -75,7 +63,7 @@ class WrappedStream final : public IMFByteStream {
     if (!knobs_.asyncReads) return E_NOTIMPL;
     ++beginReads;
     if (!knobs_.ownThread) return inner_->BeginRead(buffer, std::min(count, knobs_.maxRead), callback, state);
-    Com<IMFAttributes> outcome;
+    ComPtr<IMFAttributes> outcome;
     HRESULT hr = MFCreateAttributes(&outcome, 1);
     IMFAsyncResult* result = nullptr;
     if (SUCCEEDED(hr)) hr = MFCreateAsyncResult(outcome.Get(), callback, state, &result);
@@ -93,7 +81,7 @@ class WrappedStream final : public IMFByteStream {
   }
   HRESULT STDMETHODCALLTYPE EndRead(IMFAsyncResult* result, ULONG* read) override {
     if (knobs_.ownThread) {
-      Com<IUnknown> object;
+      ComPtr<IUnknown> object;
       HRESULT hr = result->GetObject(&object);
       *read = SUCCEEDED(hr) ? MFGetAttributeUINT32(static_cast<IMFAttributes*>(object.Get()), kThreadReadBytes, 0) : 0;
       return hr;
@@ -119,17 +107,16 @@ class WrappedStream final : public IMFByteStream {
   ~WrappedStream() = default;
   bool Failing() const { return delivered_ >= knobs_.failAfter; }
 
-  std::atomic<ULONG> refs_{1};
   Knobs knobs_;
-  Com<IMFByteStream> inner_;
+  ComPtr<IMFByteStream> inner_;
   std::atomic<uint64_t> delivered_{0};
 };
 
-Com<IMFSourceReader> OpenThrough(IMFByteStream* stream, HRESULT* status) {
-  Com<IMFAttributes> attributes;
+ComPtr<IMFSourceReader> OpenThrough(IMFByteStream* stream, HRESULT* status) {
+  ComPtr<IMFAttributes> attributes;
   MFCreateAttributes(&attributes, 1);
   attributes->SetUINT32(MF_SOURCE_READER_ENABLE_ADVANCED_VIDEO_PROCESSING, TRUE);
-  Com<IMFSourceReader> reader;
+  ComPtr<IMFSourceReader> reader;
   *status = MFCreateSourceReaderFromByteStream(stream, attributes.Get(), &reader);
   return reader;
 }

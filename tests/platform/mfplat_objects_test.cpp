@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "mfapi.h"
-#include "objbase.h"
 #include "mferror.h"
+#include "objbase.h"
 #include "reader_support.h"
 #include "tessel_platform_control.h"
 
@@ -15,7 +15,7 @@ namespace tessel::platform_test {
 namespace {
 
 TEST(Attributes, TypedItemsAndTheirErrors) {
-  Com<IMFAttributes> attributes;
+  ComPtr<IMFAttributes> attributes;
   ASSERT_EQ(MFCreateAttributes(&attributes, 4), S_OK);
   UINT32 u32 = 0;
   EXPECT_EQ(attributes->GetUINT32(MF_MT_SUBTYPE, &u32), MF_E_ATTRIBUTENOTFOUND);
@@ -54,7 +54,7 @@ TEST(Attributes, TypedItemsAndTheirErrors) {
 }
 
 TEST(MediaType, EqualityNamesWhatMatches) {
-  Com<IMFMediaType> a, b;
+  ComPtr<IMFMediaType> a, b;
   MFCreateMediaType(&a);
   MFCreateMediaType(&b);
   for (IMFMediaType* t : {a.Get(), b.Get()}) {
@@ -72,7 +72,7 @@ TEST(MediaType, EqualityNamesWhatMatches) {
 }
 
 TEST(Buffers, MemoryBufferLengths) {
-  Com<IMFMediaBuffer> buffer;
+  ComPtr<IMFMediaBuffer> buffer;
   ASSERT_EQ(MFCreateMemoryBuffer(100, &buffer), S_OK);
   DWORD length = 1;
   buffer->GetCurrentLength(&length);
@@ -85,12 +85,12 @@ TEST(Buffers, MemoryBufferLengths) {
   EXPECT_EQ(max, 100u);
   EXPECT_EQ(length, 60u);
   buffer->Unlock();
-  Com<IMF2DBuffer> image;
-  EXPECT_EQ(buffer->QueryInterface(IID_IMF2DBuffer, reinterpret_cast<void**>(&image)), E_NOINTERFACE);
+  ComPtr<IMF2DBuffer> image;
+  EXPECT_EQ(buffer->QueryInterface(IID_PPV_ARGS(&image)), E_NOINTERFACE);
 }
 
 TEST(Buffers, AbsurdAndInjectedFailures) {
-  Com<IMFMediaBuffer> buffer;
+  ComPtr<IMFMediaBuffer> buffer;
   EXPECT_EQ(MFCreateMemoryBuffer(0xFFFFFFFF, &buffer), E_OUTOFMEMORY);
   EXPECT_EQ(MFCreate2DMediaBuffer(100000, 100000, 22, FALSE, &buffer), E_OUTOFMEMORY);
   TesselPlatformFailNextBufferCreation(E_OUTOFMEMORY);
@@ -100,10 +100,10 @@ TEST(Buffers, AbsurdAndInjectedFailures) {
 
 TEST(Buffers, ImageBufferRowsBothWays) {
   for (BOOL bottomUp : {FALSE, TRUE}) {
-    Com<IMFMediaBuffer> buffer;
+    ComPtr<IMFMediaBuffer> buffer;
     ASSERT_EQ(MFCreate2DMediaBuffer(10, 4, 20, bottomUp, &buffer), S_OK);  // RGB24
-    Com<IMF2DBuffer> image;
-    ASSERT_EQ(buffer->QueryInterface(IID_IMF2DBuffer, reinterpret_cast<void**>(&image)), S_OK);
+    ComPtr<IMF2DBuffer> image;
+    ASSERT_EQ(buffer->QueryInterface(IID_PPV_ARGS(&image)), S_OK);
     BYTE* top = nullptr;
     LONG pitch = 0;
     ASSERT_EQ(image->Lock2D(&top, &pitch), S_OK);
@@ -138,12 +138,12 @@ TEST(Stride, FormatCodesGiveTheirRowPitch) {
 }
 
 TEST(Sample, SeveralBuffersBecomeOneContiguousBuffer) {
-  Com<IMFSample> sample;
+  ComPtr<IMFSample> sample;
   ASSERT_EQ(MFCreateSample(&sample), S_OK);
   LONGLONG time = 0;
   EXPECT_EQ(sample->GetSampleTime(&time), MF_E_NO_SAMPLE_TIMESTAMP);
   for (BYTE fill : {BYTE(1), BYTE(2)}) {
-    Com<IMFMediaBuffer> part;
+    ComPtr<IMFMediaBuffer> part;
     MFCreateMemoryBuffer(3, &part);
     BYTE* data = nullptr;
     part->Lock(&data, nullptr, nullptr);
@@ -155,7 +155,7 @@ TEST(Sample, SeveralBuffersBecomeOneContiguousBuffer) {
   DWORD total = 0;
   sample->GetTotalLength(&total);
   EXPECT_EQ(total, 6u);
-  Com<IMFMediaBuffer> whole;
+  ComPtr<IMFMediaBuffer> whole;
   ASSERT_EQ(sample->ConvertToContiguousBuffer(&whole), S_OK);
   DWORD count = 0;
   sample->GetBufferCount(&count);
@@ -207,13 +207,13 @@ class Callback final : public IMFAsyncCallback {
 
 TEST(AsyncResult, InvokeRunsOnTheWorkQueueThreadWithTheResult) {
   Callback callback;
-  Com<IMFAttributes> state;
+  ComPtr<IMFAttributes> state;
   MFCreateAttributes(&state, 0);
   {
-    Com<IMFAsyncResult> result;
+    ComPtr<IMFAsyncResult> result;
     ASSERT_EQ(MFCreateAsyncResult(nullptr, &callback, state.Get(), &result), S_OK);
     result->SetStatus(E_ABORT);
-    Com<IUnknown> object;
+    ComPtr<IUnknown> object;
     EXPECT_EQ(result->GetObject(&object), E_POINTER);
     ASSERT_EQ(MFInvokeCallback(result.Get()), S_OK);
     callback.Wait();

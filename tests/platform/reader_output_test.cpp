@@ -31,7 +31,7 @@ TEST_P(ReaderOutput, FramesMatchFfmpegsOwnDecode) {
   const Output& output = GetParam();
   auto reader = OpenReader(kMovieAac.name, Processing::kAdvanced);
   ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, *output.subtype).Get()), S_OK);
-  Com<IMFMediaType> current;
+  ComPtr<IMFMediaType> current;
   ASSERT_EQ(reader->GetCurrentMediaType(0, &current), S_OK);
   LONG stride = LONG(MFGetAttributeUINT32(current.Get(), MF_MT_DEFAULT_STRIDE, 0));
   EXPECT_EQ(stride, 320 * output.bytesPerPixel);
@@ -95,7 +95,7 @@ TEST(ReaderOutputModes, RefusedTypeKeepsTheCurrentOne) {
   ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB24).Get()), S_OK);
   EXPECT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_NV12).Get()),
             MF_E_INVALIDMEDIATYPE);
-  Com<IMFMediaType> current;
+  ComPtr<IMFMediaType> current;
   ASSERT_EQ(reader->GetCurrentMediaType(0, &current), S_OK);
   GUID subtype;
   current->GetGUID(MF_MT_SUBTYPE, &subtype);
@@ -103,7 +103,7 @@ TEST(ReaderOutputModes, RefusedTypeKeepsTheCurrentOne) {
 }
 
 // A reader of the sound of clip, put out in subtype at bits a sample.
-Com<IMFSourceReader> SoundReader(const char* clip, const GUID& subtype, UINT32 bits) {
+ComPtr<IMFSourceReader> SoundReader(const char* clip, const GUID& subtype, UINT32 bits) {
   auto reader = OpenReader(clip, Processing::kAdvanced);
   auto type = OutputType(MFMediaType_Audio, subtype);
   type->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, bits);
@@ -114,9 +114,9 @@ Com<IMFSourceReader> SoundReader(const char* clip, const GUID& subtype, UINT32 b
 // The bytes of the first sound sample of reader.
 std::vector<BYTE> FirstSampleBytes(IMFSourceReader* reader) {
   DWORD flags = 0;
-  Com<IMFSample> sample;
+  ComPtr<IMFSample> sample;
   EXPECT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), S_OK);
-  Com<IMFMediaBuffer> buffer;
+  ComPtr<IMFMediaBuffer> buffer;
   if (!sample || FAILED(sample->ConvertToContiguousBuffer(&buffer))) return {};
   BYTE* data = nullptr;
   DWORD length = 0;
@@ -138,13 +138,13 @@ class ReaderSound : public ::testing::TestWithParam<SoundCase> {};
 TEST_P(ReaderSound, WavesComeOutWhole) {
   const SoundCase& c = GetParam();
   auto reader = SoundReader(c.clip, *c.subtype, c.bits);
-  Com<IMFMediaType> current;
+  ComPtr<IMFMediaType> current;
   ASSERT_EQ(reader->GetCurrentMediaType(0, &current), S_OK);
   EXPECT_EQ(MFGetAttributeUINT32(current.Get(), MF_MT_AUDIO_BLOCK_ALIGNMENT, 0), 2 * c.bits / 8);
   uint64_t bytes = 0;
   for (int guard = 0; guard < 10000; ++guard) {
     DWORD flags = 0;
-    Com<IMFSample> sample;
+    ComPtr<IMFSample> sample;
     ASSERT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), S_OK);
     if (flags & MF_SOURCE_READERF_ENDOFSTREAM) break;
     DWORD length = 0;

@@ -23,23 +23,23 @@ std::string TestName(const std::string& text) {
 
 std::string ClipPath(const std::string& name) { return tessel::fixtures::Path(name); }
 
-Com<IMFSourceReader> OpenReader(const std::string& clip, Processing processing, HRESULT* status) {
-  Com<IMFAttributes> attributes;
+ComPtr<IMFSourceReader> OpenReader(const std::string& clip, Processing processing, HRESULT* status) {
+  ComPtr<IMFAttributes> attributes;
   EXPECT_EQ(MFCreateAttributes(&attributes, 1), S_OK);
   if (processing == Processing::kAdvanced) {
     attributes->SetUINT32(MF_SOURCE_READER_ENABLE_ADVANCED_VIDEO_PROCESSING, TRUE);
   } else if (processing == Processing::kBasic) {
     attributes->SetUINT32(MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING, TRUE);
   }
-  Com<IMFSourceReader> reader;
+  ComPtr<IMFSourceReader> reader;
   HRESULT hr = MFCreateSourceReaderFromURL(Wide(ClipPath(clip)).c_str(), attributes.Get(), &reader);
   if (status) *status = hr;
   else EXPECT_EQ(hr, S_OK) << clip;
   return reader;
 }
 
-Com<IMFMediaType> OutputType(const GUID& major, const GUID& subtype, UINT32 width, UINT32 height) {
-  Com<IMFMediaType> type;
+ComPtr<IMFMediaType> OutputType(const GUID& major, const GUID& subtype, UINT32 width, UINT32 height) {
+  ComPtr<IMFMediaType> type;
   EXPECT_EQ(MFCreateMediaType(&type), S_OK);
   type->SetGUID(MF_MT_MAJOR_TYPE, major);
   type->SetGUID(MF_MT_SUBTYPE, subtype);
@@ -50,18 +50,18 @@ Com<IMFMediaType> OutputType(const GUID& major, const GUID& subtype, UINT32 widt
 bool ReadVideoFrame(IMFSourceReader* reader, DWORD stream, const GUID& /*subtype*/, VideoFrame* frame) {
   DWORD flags = 0;
   LONGLONG time = 0;
-  Com<IMFSample> sample;
+  ComPtr<IMFSample> sample;
   HRESULT hr = reader->ReadSample(stream, 0, nullptr, &flags, &time, &sample);
   EXPECT_EQ(hr, S_OK);
   if (FAILED(hr) || (flags & MF_SOURCE_READERF_ENDOFSTREAM) || !sample) return false;
-  Com<IMFMediaType> current;
+  ComPtr<IMFMediaType> current;
   EXPECT_EQ(reader->GetCurrentMediaType(stream, &current), S_OK);
   UINT32 width = 0, height = 0;
   MFGetAttributeSize(current.Get(), MF_MT_FRAME_SIZE, &width, &height);
-  Com<IMFMediaBuffer> buffer;
+  ComPtr<IMFMediaBuffer> buffer;
   EXPECT_EQ(sample->ConvertToContiguousBuffer(&buffer), S_OK);
-  Com<IMF2DBuffer> image;
-  EXPECT_EQ(buffer->QueryInterface(IID_IMF2DBuffer, reinterpret_cast<void**>(&image)), S_OK);
+  ComPtr<IMF2DBuffer> image;
+  EXPECT_EQ(buffer->QueryInterface(IID_PPV_ARGS(&image)), S_OK);
   if (!image) return false;
   BYTE* line = nullptr;
   LONG pitch = 0;
@@ -107,7 +107,7 @@ std::vector<int64_t> ReadAllTimes(IMFSourceReader* reader, DWORD stream) {
   for (int guard = 0; guard < 100000; ++guard) {
     DWORD flags = 0;
     LONGLONG time = 0;
-    Com<IMFSample> sample;
+    ComPtr<IMFSample> sample;
     HRESULT hr = reader->ReadSample(stream, 0, nullptr, &flags, &time, &sample);
     EXPECT_EQ(hr, S_OK);
     if (FAILED(hr) || (flags & MF_SOURCE_READERF_ENDOFSTREAM)) break;

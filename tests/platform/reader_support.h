@@ -1,4 +1,4 @@
-// Helpers of the platform tests: an owning COM pointer, reader creation on the clips,
+// Helpers of the platform tests: reader creation on the clips,
 // frame reads and the frame number in any of the reader's outputs.
 #pragma once
 
@@ -10,32 +10,15 @@
 #include "mfapi.h"
 #include "mferror.h"
 #include "mfreadwrite.h"
+#include "wrl/implements.h"
 
 namespace tessel::platform_test {
 
-// Owns one reference; &holder releases and gives the slot for an out parameter.
-template <typename T>
-class Com {
- public:
-  Com() = default;
-  Com(const Com&) = delete;
-  Com& operator=(const Com&) = delete;
-  Com(Com&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-  ~Com() { Reset(); }
-  T** operator&() {
-    Reset();
-    return &object_;
-  }
-  T* operator->() const { return object_; }
-  T* Get() const { return object_; }
-  explicit operator bool() const { return object_ != nullptr; }
-  void Reset() {
-    if (object_) std::exchange(object_, nullptr)->Release();
-  }
-
- private:
-  T* object_ = nullptr;
-};
+using Microsoft::WRL::ClassicCom;
+using Microsoft::WRL::ComPtr;
+using Microsoft::WRL::Make;
+using Microsoft::WRL::RuntimeClass;
+using Microsoft::WRL::RuntimeClassFlags;
 
 enum class Processing { kNone, kBasic, kAdvanced };
 
@@ -46,10 +29,10 @@ std::string ClipPath(const std::string& name);
 std::string TestName(const std::string& text);
 
 // A reader on a clip by path; the status of the creation in *status.
-Com<IMFSourceReader> OpenReader(const std::string& clip, Processing processing, HRESULT* status = nullptr);
+ComPtr<IMFSourceReader> OpenReader(const std::string& clip, Processing processing, HRESULT* status = nullptr);
 
 // A new media type with the major type, the subtype and, if width is given, a frame size.
-Com<IMFMediaType> OutputType(const GUID& major, const GUID& subtype, UINT32 width = 0, UINT32 height = 0);
+ComPtr<IMFMediaType> OutputType(const GUID& major, const GUID& subtype, UINT32 width = 0, UINT32 height = 0);
 
 // One delivered video frame: its rows copied out top row first.
 struct VideoFrame {

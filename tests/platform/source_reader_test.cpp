@@ -20,8 +20,8 @@ GUID GuidOf(IMFMediaType* type, REFGUID key) {
 
 UINT64 PairOf(IMFMediaType* type, REFGUID key) { return MFGetAttributeUINT64(type, key, 0); }
 
-Com<IMFMediaType> Native(IMFSourceReader* reader, DWORD stream) {
-  Com<IMFMediaType> type;
+ComPtr<IMFMediaType> Native(IMFSourceReader* reader, DWORD stream) {
+  ComPtr<IMFMediaType> type;
   EXPECT_EQ(reader->GetNativeMediaType(stream, 0, &type), S_OK);
   return type;
 }
@@ -49,7 +49,7 @@ TEST(SourceReaderStreams, MovieWithSoundWalksInContainerOrder) {
   EXPECT_EQ(MFGetAttributeUINT32(audio.Get(), MF_MT_AUDIO_NUM_CHANNELS, 0), 2u);
   EXPECT_GT(MFGetAttributeUINT32(audio.Get(), MF_MT_AUDIO_AVG_BYTES_PER_SECOND, 0), 0u);
 
-  Com<IMFMediaType> none;
+  ComPtr<IMFMediaType> none;
   EXPECT_EQ(reader->GetNativeMediaType(0, 1, &none), MF_E_NO_MORE_TYPES);
   EXPECT_EQ(reader->GetNativeMediaType(2, 0, &none), MF_E_INVALIDSTREAMNUMBER);
   EXPECT_EQ(reader->GetNativeMediaType(MF_SOURCE_READER_FIRST_AUDIO_STREAM, 0, &none), S_OK);
@@ -74,7 +74,7 @@ TEST(SourceReaderStreams, RotationComesFromTheDisplayMatrix) {
     auto reader = OpenReader(clip.name, Processing::kAdvanced);
     EXPECT_EQ(MFGetAttributeUINT32(Native(reader.Get(), 0).Get(), MF_MT_VIDEO_ROTATION, 0), rotation) << clip.name;
     ASSERT_EQ(reader->SetCurrentMediaType(0, nullptr, OutputType(MFMediaType_Video, MFVideoFormat_RGB32).Get()), S_OK);
-    Com<IMFMediaType> current;
+    ComPtr<IMFMediaType> current;
     ASSERT_EQ(reader->GetCurrentMediaType(0, &current), S_OK);
     EXPECT_EQ(MFGetAttributeUINT32(current.Get(), MF_MT_VIDEO_ROTATION, 0), rotation);
     EXPECT_EQ(PairOf(current.Get(), MF_MT_FRAME_SIZE), Pack2UINT32AsUINT64(240, 160)) << "frames are not turned";
@@ -104,7 +104,7 @@ TEST(SourceReaderTiming, EveryFrameOnceInOrderWithTicksAndEnd) {
     }
     EXPECT_EQ(count, clip.frames) << clip.name;
     DWORD flags = 0;
-    Com<IMFSample> sample;
+    ComPtr<IMFSample> sample;
     EXPECT_EQ(reader->ReadSample(0, 0, nullptr, &flags, nullptr, &sample), S_OK);
     EXPECT_TRUE(flags & MF_SOURCE_READERF_ENDOFSTREAM) << "the end stays the end";
     EXPECT_FALSE(sample);
@@ -146,7 +146,7 @@ TEST(SourceReaderSelection, AnyStreamGivesEveryStreamsSamplesAndEndsOnce) {
   int ends[2] = {0, 0};
   for (int guard = 0; guard < 10000; ++guard) {
     DWORD index = 99, flags = 0;
-    Com<IMFSample> sample;
+    ComPtr<IMFSample> sample;
     ASSERT_EQ(reader->ReadSample(MF_SOURCE_READER_ANY_STREAM, 0, &index, &flags, nullptr, &sample), S_OK);
     if ((flags & MF_SOURCE_READERF_ENDOFSTREAM) && index > 1) break;
     ASSERT_LE(index, 1u);
@@ -164,7 +164,7 @@ TEST(SourceReaderSelection, DeselectedStreamsCanNotBeRead) {
   auto reader = OpenReader(kMovieAac.name, Processing::kAdvanced);
   ASSERT_EQ(reader->SetStreamSelection(1, FALSE), S_OK);
   DWORD flags = 0;
-  Com<IMFSample> sample;
+  ComPtr<IMFSample> sample;
   EXPECT_EQ(reader->ReadSample(1, 0, nullptr, &flags, nullptr, &sample), MF_E_INVALIDREQUEST);
   EXPECT_EQ(reader->ReadSample(7, 0, nullptr, &flags, nullptr, &sample), MF_E_INVALIDSTREAMNUMBER);
   EXPECT_EQ(reader->SetStreamSelection(7, TRUE), MF_E_INVALIDSTREAMNUMBER);

@@ -2,7 +2,8 @@
 // hands every decoded platform buffer of its track, in the order of reading, to the
 // host's delegate, whatever time was asked. Nothing is converted, re-blocked or copied:
 // the delegate sees each locked buffer for the length of its call.
-#include "com_ref.h"
+#include <wrl/client.h>
+
 #include "frame_fetch.h"
 #include "import_streams.h"
 #include "media_win_mf.h"
@@ -11,13 +12,14 @@
 namespace tessel {
 
 using namespace vorna;
+using Microsoft::WRL::ComPtr;
 
 namespace {
 
 // Hands one buffer of a sample to audioData; the buffer is unlocked on every path.
 Result<void> DeliverBuffer(IMFSample* sample, DWORD index, const AudioDataCallback& audioData) {
-  ComRef<IMFMediaBuffer> buffer;
-  VORNA_RETURN_ON_ERROR(CheckHResult(sample->GetBufferByIndex(index, buffer.Receive())));
+  ComPtr<IMFMediaBuffer> buffer;
+  VORNA_RETURN_ON_ERROR(CheckHResult(sample->GetBufferByIndex(index, &buffer)));
   BYTE* data = nullptr;
   DWORD currentLength = 0;
   VORNA_RETURN_ON_ERROR(CheckHResult(buffer->Lock(&data, nullptr, &currentLength)));
@@ -67,9 +69,9 @@ Result<void> MediaStreamAudioStreamWinMFImportImpl::ReadAudioSamples(const Media
   for (;;) {
     DWORD flags = 0;
     LONGLONG timestamp = 0;
-    ComRef<IMFSample> sample;
+    ComPtr<IMFSample> sample;
     VORNA_RETURN_ON_ERROR(
-        CheckHResult(_session->reader->ReadSample(_streamIndex, 0, nullptr, &flags, &timestamp, sample.Receive())));
+        CheckHResult(_session->reader->ReadSample(_streamIndex, 0, nullptr, &flags, &timestamp, &sample)));
     if (flags & MF_SOURCE_READERF_ENDOFSTREAM) return OK;
     if (sample) VORNA_RETURN_ON_ERROR(DeliverSample(sample.Get(), audioData));
   }

@@ -5,10 +5,11 @@
 // margin and the stream's reach for the next one.
 #include "frame_fetch.h"
 
+#include <wrl/client.h>
+
 #include <algorithm>
 #include <utility>
 
-#include "com_ref.h"
 #include "frame_transfer.h"
 #include "import_streams.h"
 #include "media_win_mf.h"
@@ -20,6 +21,7 @@
 namespace tessel {
 
 using namespace vorna;
+using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -202,8 +204,8 @@ Result<Bool> MediaStreamMovieStreamWinMFImportImpl::GetVideoFrame(const MediaCon
   // A stream tick marks a gap without a picture: nothing is delivered, and the frame
   // on show stays, as it does in a gap behind a frame of known duration.
   if (!entry->sample) return false;
-  ComRef<IMFMediaBuffer> buffer;
-  VORNA_RETURN_ON_ERROR(CheckHResult(entry->sample->ConvertToContiguousBuffer(buffer.Receive())));
+  ComPtr<IMFMediaBuffer> buffer;
+  VORNA_RETURN_ON_ERROR(CheckHResult(entry->sample->ConvertToContiguousBuffer(&buffer)));
   if (!buffer) return false;
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties, FrameProperties(*this, stream, *entry));
   VORNA_RETURN_ON_ERROR(stream.InitStream(properties));

@@ -1,11 +1,11 @@
 #include "mf_reader_session.h"
 
 #include <mfapi.h>
+#include <wrl/client.h>
 
 #include <new>
 #include <utility>
 
-#include "com_ref.h"
 #include "media_win_mf.h"
 #include "vorna/errorbase.h"
 #include "vorna/refcounter.h"
@@ -17,6 +17,7 @@
 namespace tessel {
 
 using namespace vorna;
+using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -25,9 +26,9 @@ void ReleaseReader(MFReaderSession& session) {
 }
 
 // An attribute store with one switch set to 1.
-Result<ComRef<IMFAttributes>> MakeProcessingAttributes(const GUID& processing) {
-  ComRef<IMFAttributes> attributes;
-  VORNA_RETURN_ON_ERROR(CheckHResult(MFCreateAttributes(attributes.Receive(), 1)));
+Result<ComPtr<IMFAttributes>> MakeProcessingAttributes(const GUID& processing) {
+  ComPtr<IMFAttributes> attributes;
+  VORNA_RETURN_ON_ERROR(CheckHResult(MFCreateAttributes(&attributes, 1)));
   VORNA_RETURN_ON_ERROR(CheckHResult(attributes->SetUINT32(processing, 1)));
   return attributes;
 }
@@ -101,7 +102,7 @@ Result<SessionRef> SessionRef::Create() {
 Result<void> OpenSource(MFReaderSession& session, const Url& url) {
   ReleaseReader(session);
   if (!g_mediaFoundationDisableHardwareYUVtoRGB && IsWindowsVersionOrGreater(6, 2, 0)) {
-    VORNA_ASSIGN_OR_RETURN(ComRef<IMFAttributes> advanced,
+    VORNA_ASSIGN_OR_RETURN(ComPtr<IMFAttributes> advanced,
                            MakeProcessingAttributes(MF_SOURCE_READER_ENABLE_ADVANCED_VIDEO_PROCESSING));
     VORNA_ASSIGN_OR_RETURN(HRESULT created, CreateReader(session, url, advanced.Get()));
     if (SUCCEEDED(created)) {
@@ -110,7 +111,7 @@ Result<void> OpenSource(MFReaderSession& session, const Url& url) {
     }
     // Without the hardware path the source is opened once more, plainly.
   }
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFAttributes> plain, MakeProcessingAttributes(MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFAttributes> plain, MakeProcessingAttributes(MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING));
   VORNA_ASSIGN_OR_RETURN(HRESULT created, CreateReader(session, url, plain.Get()));
   VORNA_RETURN_ON_ERROR(CheckHResult(created));
   session.advancedProcessing = false;

@@ -2,12 +2,12 @@
 
 #include <mfapi.h>
 #include <mferror.h>
+#include <wrl/client.h>
 
 #include <cmath>
 #include <limits>
 #include <utility>
 
-#include "com_ref.h"
 #include "guid_name.h"
 #include "media_win_mf.h"
 #include "mf_format_maps.h"
@@ -19,6 +19,7 @@
 namespace tessel {
 
 using namespace vorna;
+using Microsoft::WRL::ComPtr;
 
 namespace {
 
@@ -76,16 +77,16 @@ HRESULT WritePair(IMFMediaType* type, const GUID& key, UINT32 first, UINT32 seco
   return type->SetUINT64(key, (UINT64(first) << 32) | second);
 }
 
-Result<ComRef<IMFMediaType>> NativeType(IMFSourceReader* reader, DWORD index, DWORD typeIndex) {
-  ComRef<IMFMediaType> type;
-  VORNA_RETURN_ON_ERROR(CheckHResult(reader->GetNativeMediaType(index, typeIndex, type.Receive())));
+Result<ComPtr<IMFMediaType>> NativeType(IMFSourceReader* reader, DWORD index, DWORD typeIndex) {
+  ComPtr<IMFMediaType> type;
+  VORNA_RETURN_ON_ERROR(CheckHResult(reader->GetNativeMediaType(index, typeIndex, &type)));
   return type;
 }
 
 // A new media type of the major type major.
-Result<ComRef<IMFMediaType>> NewMediaType(const GUID& major) {
-  ComRef<IMFMediaType> type;
-  VORNA_RETURN_ON_ERROR(CheckHResult(MFCreateMediaType(type.Receive())));
+Result<ComPtr<IMFMediaType>> NewMediaType(const GUID& major) {
+  ComPtr<IMFMediaType> type;
+  VORNA_RETURN_ON_ERROR(CheckHResult(MFCreateMediaType(&type)));
   VORNA_RETURN_ON_ERROR(CheckHResult(type->SetGUID(MF_MT_MAJOR_TYPE, major)));
   return type;
 }
@@ -123,7 +124,7 @@ Result<std::pair<ObjectRef, C*>> NewStreamObject(ObjectDefinitionRecord& streamC
 
 // The output type of an audio stream: float stays float, 32-bit integers become float,
 // anything else 16-bit (or the native depth of) PCM at the native rate and layout.
-Result<ComRef<IMFMediaType>> AudioOutputType(const GUID& major, const GUID& subtype, UINT32 rate, UINT32 channels,
+Result<ComPtr<IMFMediaType>> AudioOutputType(const GUID& major, const GUID& subtype, UINT32 rate, UINT32 channels,
                                              UINT32 bytesPerSecond, UINT32 bits) {
   GUID outputSubtype = MFAudioFormat_PCM;
   if (subtype == MFAudioFormat_Float || (subtype == MFAudioFormat_PCM && bits == 32)) {
@@ -131,7 +132,7 @@ Result<ComRef<IMFMediaType>> AudioOutputType(const GUID& major, const GUID& subt
   } else {
     bytesPerSecond = (rate * channels * bits) >> 3;
   }
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> output, NewMediaType(major));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> output, NewMediaType(major));
   VORNA_RETURN_ON_ERROR(CheckHResult(output->SetGUID(MF_MT_SUBTYPE, outputSubtype)));
   VORNA_RETURN_ON_ERROR(CheckHResult(output->SetUINT32(MF_MT_AUDIO_SAMPLES_PER_SECOND, rate)));
   VORNA_RETURN_ON_ERROR(CheckHResult(output->SetUINT32(MF_MT_AUDIO_NUM_CHANNELS, channels)));
@@ -157,7 +158,7 @@ Result<void> PublishAudioStream(const StreamWalk& walk, DWORD index, UINT32 rate
 // True when the walk ends here (an audio detection).
 Result<Bool> AnalyzeAudioStream(const StreamWalk& walk, DWORD index) {
   IMFSourceReader* reader = walk.session.reader;
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> native, NativeType(reader, index, 0));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> native, NativeType(reader, index, 0));
   VORNA_ASSIGN_OR_RETURN(GUID major, ReadGuid(native.Get(), MF_MT_MAJOR_TYPE));
   VORNA_ASSIGN_OR_RETURN(GUID subtype, ReadGuid(native.Get(), MF_MT_SUBTYPE));
   VORNA_ASSIGN_OR_RETURN(UINT32 rate, ReadUInt32(native.Get(), MF_MT_AUDIO_SAMPLES_PER_SECOND));
@@ -171,7 +172,7 @@ Result<Bool> AnalyzeAudioStream(const StreamWalk& walk, DWORD index) {
                                       channels, bytesPerSecond, bits),
                          __LINE__, __FILE__);
 
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> output,
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> output,
                          AudioOutputType(major, subtype, rate, channels, bytesPerSecond, bits));
   HRESULT accepted = reader->SetCurrentMediaType(index, nullptr, output.Get());
   if (walk.detectAudio) {
@@ -260,8 +261,8 @@ Result<void> AddFurtherNativeFormats(const StreamWalk& walk, DWORD index, const 
                                      const MediaStreamInterface& streamObject, const VideoDescription& description,
                                      Float64 aspect) {
   for (DWORD typeIndex = 1;; ++typeIndex) {
-    ComRef<IMFMediaType> native;
-    HRESULT hr = walk.session.reader->GetNativeMediaType(index, typeIndex, native.Receive());
+    ComPtr<IMFMediaType> native;
+    HRESULT hr = walk.session.reader->GetNativeMediaType(index, typeIndex, &native);
     if (IsEndOfList(hr)) return OK;
     VORNA_RETURN_ON_ERROR(CheckHResult(hr));
     VORNA_ASSIGN_OR_RETURN(GUID typeMajor, ReadGuid(native.Get(), MF_MT_MAJOR_TYPE));
@@ -307,10 +308,10 @@ Result<void> PublishVideoStream(const StreamWalk& walk, DWORD index, IMFMediaTyp
 // True when the walk ends here (a movie detection that found its stream).
 Result<Bool> AnalyzeVideoStream(const StreamWalk& walk, DWORD index) {
   IMFSourceReader* reader = walk.session.reader;
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> native, NativeType(reader, index, 0));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> native, NativeType(reader, index, 0));
   VORNA_ASSIGN_OR_RETURN(GUID major, ReadGuid(native.Get(), MF_MT_MAJOR_TYPE));
   VORNA_ASSIGN_OR_RETURN(GUID subtype, ReadGuid(native.Get(), MF_MT_SUBTYPE));
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> output, NewMediaType(major));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> output, NewMediaType(major));
   PixelFormat format = SubtypeToPixelFormat(subtype, walk.session.advancedProcessing);
   VORNA_ASSIGN_OR_RETURN(BaseArray<ReaderCandidate> candidates,
                          MakeVideoCandidates(format, walk.session.advancedProcessing));
@@ -327,8 +328,8 @@ Result<Bool> AnalyzeVideoStream(const StreamWalk& walk, DWORD index) {
 Result<void> WalkStreams(const StreamWalk& walk, Bool skipVideo) {
   IMFSourceReader* reader = walk.session.reader;
   for (DWORD index = 0;; ++index) {
-    ComRef<IMFMediaType> native;
-    HRESULT hr = reader->GetNativeMediaType(index, 0, native.Receive());
+    ComPtr<IMFMediaType> native;
+    HRESULT hr = reader->GetNativeMediaType(index, 0, &native);
     if (IsEndOfList(hr)) break;
     VORNA_RETURN_ON_ERROR(CheckHResult(hr));
     VORNA_ASSIGN_OR_RETURN(GUID major, ReadGuid(native.Get(), MF_MT_MAJOR_TYPE));
@@ -403,8 +404,8 @@ Result<Offer> OfferCandidate(MediaStreamMovieStreamWinMFImportImpl& stream, IMFS
   HRESULT hr = reader->SetCurrentMediaType(index, nullptr, wanted);
   if (FAILED(hr)) return refuse(hr);
   stream._pixelFormat = candidate.format;
-  ComRef<IMFMediaType> current;
-  VORNA_RETURN_ON_ERROR(CheckHResult(reader->GetCurrentMediaType(index, current.Receive())));
+  ComPtr<IMFMediaType> current;
+  VORNA_RETURN_ON_ERROR(CheckHResult(reader->GetCurrentMediaType(index, &current)));
   UINT32 rotation = 0;
   Bool hasRotation = SUCCEEDED(current->GetUINT32(MF_MT_VIDEO_ROTATION, &rotation));
   stream._rotation = hasRotation ? INT32(rotation) : 0;
@@ -429,8 +430,8 @@ Result<Offer> OfferCandidate(MediaStreamMovieStreamWinMFImportImpl& stream, IMFS
 
 // Reads what the accepted output type says of stride, rate and length.
 Result<void> CompletePreparation(MediaStreamMovieStreamWinMFImportImpl& stream, IMFSourceReader* reader) {
-  ComRef<IMFMediaType> current;
-  VORNA_RETURN_ON_ERROR(CheckHResult(reader->GetCurrentMediaType(stream._streamIndex, current.Receive())));
+  ComPtr<IMFMediaType> current;
+  VORNA_RETURN_ON_ERROR(CheckHResult(reader->GetCurrentMediaType(stream._streamIndex, &current)));
   VORNA_ASSIGN_OR_RETURN(stream._defaultStride, GetDefaultStrideFromType(current.Get()));
   VORNA_ASSIGN_OR_RETURN(auto rate, ReadPair(current.Get(), MF_MT_FRAME_RATE));
   Float64 window = 5.0;
@@ -464,10 +465,10 @@ Result<void> AnalyzeOpenedSource(MFReaderSession& session, const MediaConverterI
 Result<void> PrepareVideoStream(MediaStreamMovieStreamWinMFImportImpl& stream, MFReaderSession& session,
                                 Bool squarePixels) {
   IMFSourceReader* reader = session.reader;
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> native, NativeType(reader, stream._streamIndex, 0));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> native, NativeType(reader, stream._streamIndex, 0));
   VORNA_ASSIGN_OR_RETURN(GUID major, ReadGuid(native.Get(), MF_MT_MAJOR_TYPE));
   VORNA_ASSIGN_OR_RETURN(GUID subtype, ReadGuid(native.Get(), MF_MT_SUBTYPE));
-  VORNA_ASSIGN_OR_RETURN(ComRef<IMFMediaType> wanted, NewMediaType(major));
+  VORNA_ASSIGN_OR_RETURN(ComPtr<IMFMediaType> wanted, NewMediaType(major));
   VORNA_ASSIGN_OR_RETURN(BaseArray<ReaderCandidate> candidates, PreparationCandidates(stream, session, major, subtype));
   ErrorResult firstError{nullptr};
   for (const ReaderCandidate& candidate : candidates) {
