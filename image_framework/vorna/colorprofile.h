@@ -50,4 +50,10 @@ extern ObjectUseRecord g_srgbColorProfile;
 // A published colour profile; a null profile while it is not available.
 ColorProfile GetColorProfile(ObjectUseRecord& record);
 
+class Data;
+
+// The profile a Data holds (a colour profile reference, as frame properties carry it);
+// a null profile for an empty Data or one of another type.
+ColorProfile ColorProfileFromData(const Data& data);
+
 }  // namespace vorna

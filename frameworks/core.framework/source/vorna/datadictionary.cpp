@@ -6,6 +6,7 @@ namespace vorna {
 
 VORNA_DEFINE_STATIC_INTERFACE(DataDictionaryInterface, nullptr, &DataDictionaryInterface::Table::Set,
                               &DataDictionaryInterface::Table::Get);
+VORNA_DEFINE_OBJECT_USE(g_dataTypeDataDictionary, "vorna.DataTypes:vorna.DataDictionary");
 
 Result<void> DataDictionary::Set(const ConstDataPtr& key, const ForwardingDataPtr& value) {
   void* block = MakeWritable();

@@ -60,4 +60,7 @@ class DataDictionary : public COWBlockRef<DataDictionaryInterface> {
   }
 };
 
+// A dictionary as a value: a Data holds one reference to its block.
+VORNA_DECLARE_DATATYPE(DataDictionary, DataDictionary);
+
 }  // namespace vorna

@@ -35,6 +35,13 @@ class DataDictionaryObjectInterface : public ObjectInterface {
     VORNA_ASSIGN_OR_RETURN(Data value, GetData(key));
     return GetDataValue<T>(value);
   }
+
+  // The value under key as T, or defaultValue when it is absent or of another type.
+  template <typename T>
+  T Get(const ConstDataPtr& key, const T& defaultValue) const {
+    Result<T> value = Get<T>(key);
+    return value.IsError() ? defaultValue : std::move(value).GetValue();
+  }
 };
 
 extern ObjectUseRecord g_DataDictionaryObjectClass;

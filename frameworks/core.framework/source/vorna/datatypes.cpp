@@ -29,6 +29,8 @@ VORNA_DEFINE_OBJECT_USE(g_dataTypeData, "vorna.DataTypes:vorna.Data");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeSourceLocation, "vorna.DataTypes:vorna.SourceLocation");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeString, "vorna.DataTypes:vorna.String");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeTimeValue, "vorna.DataTypes:vorna.TimeValue");
+VORNA_DEFINE_OBJECT_USE(g_dataTypeBytesValue, "vorna.DataTypes:vorna.BytesValue");
+VORNA_DEFINE_OBJECT_USE(g_dataTypeDataType, "vorna.DataTypes:vorna.DataType");
 
 namespace {
 
@@ -48,7 +50,8 @@ NumberInfo NumberOf(const DataType* type) {
       {&g_dataTypeInt16, {NumberKind::SIGNED, 2}},    {&g_dataTypeInt32, {NumberKind::SIGNED, 4}},
       {&g_dataTypeInt64, {NumberKind::SIGNED, 8}},    {&g_dataTypeUInt16, {NumberKind::UNSIGNED, 2}},
       {&g_dataTypeUInt32, {NumberKind::UNSIGNED, 4}}, {&g_dataTypeUInt64, {NumberKind::UNSIGNED, 8}},
-      {&g_dataTypeFloat32, {NumberKind::FLOAT, 4}},   {&g_dataTypeFloat64, {NumberKind::FLOAT, 8}}};
+      {&g_dataTypeFloat32, {NumberKind::FLOAT, 4}},   {&g_dataTypeFloat64, {NumberKind::FLOAT, 8}},
+      {&g_dataTypeBytesValue, {NumberKind::SIGNED, 8}}};
   for (const Row& row : rows)
     if (GetDataType(*row.record) == type) return row.info;
   return {NumberKind::NONE, 0};

@@ -42,6 +42,15 @@ VORNA_DECLARE_DATATYPE(Data, Data);
 VORNA_DECLARE_DATATYPE(SourceLocation, SourceLocation);
 VORNA_DECLARE_DATATYPE(String, String);
 
+// A count of bytes, such as a data rate in bytes per second (vorna.DataTypes:vorna.BytesValue).
+// It reads and widens as the signed 64-bit number it holds.
+struct BytesValue {
+  Int64 bytes = 0;
+};
+VORNA_DECLARE_DATATYPE(BytesValue, BytesValue);
+// A published data type as a value, such as an element of a saver's bit depths.
+VORNA_DECLARE_DATATYPE(const DataType*, DataType);
+
 // The published type of T; a type that holds nothing while it is not available.
 template <typename T>
 const DataType* DataTypeOf() {
