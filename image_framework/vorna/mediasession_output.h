@@ -2,6 +2,7 @@
 // write a movie to a url.
 #pragma once
 
+#include "vorna/delegate.h"
 #include "vorna/mediasession_converter.h"
 #include "vorna/url.h"
 
@@ -11,6 +12,9 @@ VORNA_DECLARED_INTERFACE(MediaOutputInterface, MediaConverterInterface, "vorna.M
                          refclass::STRONG);
 VORNA_DECLARED_INTERFACE(MediaOutputTextureInterface, MediaOutputInterface, "vorna.MediaOutputTextureInterface#1", 1,
                          refclass::STRONG);
+
+// Gives the window that owns a system dialog (null for none), or why there is none.
+using GetWindowDelegate = Delegate<Result<void*>()>;
 
 // A width and a height.
 struct BitmapSize {
@@ -33,9 +37,10 @@ class MediaOutputUrlInterface : public MediaOutputInterface {
   }
   // The published file format the output writes.
   ObjectRef GetFileFormat() const { return Invoke<&MediaOutputUrlInterface::GetFileFormat, kGetFileFormat>(); }
-  // Lets the user edit the system's own options into settings; false when cancelled.
-  Result<Bool> EditSystemOptions(DataDictionary& settings) const {
-    return Invoke<&MediaOutputUrlInterface::EditSystemOptions, kEditSystemOptions>(settings);
+  // Lets the user edit the system's own options into settings in a dialog owned by the
+  // window getWindow gives; false when cancelled.
+  Result<Bool> EditSystemOptions(DataDictionary& settings, const GetWindowDelegate& getWindow) const {
+    return Invoke<&MediaOutputUrlInterface::EditSystemOptions, kEditSystemOptions>(settings, getWindow);
   }
   // The size the output will write for a wanted size.
   Result<BitmapSize> CheckBitmapSize(const BitmapSize& wanted) const {

@@ -64,7 +64,7 @@ class MediaOutputUrlComponent : public Component<MediaOutputUrlComponent> {
     return OK;
   }
   ObjectRef GetFileFormat() const { return ObjectRef(); }
-  Result<Bool> EditSystemOptions(DataDictionary&) const { return false; }
+  Result<Bool> EditSystemOptions(DataDictionary&, const GetWindowDelegate&) const { return false; }
   Result<BitmapSize> CheckBitmapSize(const BitmapSize& wanted) const { return wanted; }
 
   // The capabilities of an output: no image, no video, no sound, no system options,

@@ -7,6 +7,7 @@
 
 #include "providers/host_services.h"
 #include "types/reference_types.h"
+#include "vorna/array.h"
 #include "vorna/data.h"
 #include "vorna/datadictionary.h"
 #include "vorna/records.h"
@@ -104,6 +105,7 @@ const DataType TYPES[] = {
     TypeOf<String>("vorna.DataTypes:vorna.String"),
     TypeOf<DataDictionary>("vorna.DataTypes:vorna.DataDictionary"),
     TypeOf<const DataType*>("vorna.DataTypes:vorna.DataType"),
+    TypeOf<Array<Char>>("vorna.ParametricTypes:Array<vorna.Char>"),
 };
 
 }  // namespace

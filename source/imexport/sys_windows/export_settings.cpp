@@ -7,8 +7,8 @@
 #include <iterator>
 
 #include "movie_codecs.h"
+#include "setting_description.h"
 #include "vorna/datatypelib.h"
-#include "vorna/mediasession_keys.h"
 #include "vorna/saversettings.h"
 
 namespace tessel {
@@ -27,36 +27,18 @@ Data Choices(const T (&values)[N]) {
   return MakeBlockData<T>(Block<const T>{values, N});
 }
 
-// The entry's first three keys: identifier, data type and default.
-template <typename T>
-Result<DataDictionary> NewEntry(const InternedId& key, const T& defaultValue) {
-  DataDictionary entry;
-  const DataType* type = DataTypeOf<T>();
-  VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionIdentifier, key));
-  VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionDatatype, type ? type->id : Id()));
-  VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionDefaultvalue, defaultValue));
-  return entry;
-}
-
 Result<void> DescribeCodec(DataDescription& description, const MovieContainer& container) {
-  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewEntry(g_settingCodec, Id("H.264")));
+  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewSettingEntry(g_settingCodec, Id("H.264")));
   if (const MovieCodecEntry* row = FindMovieCodec(*container.defaultSubtype))
     VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionDefaultvalue, row->name));
   VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionEnum, MakeBlockData<Id>(container.allowedCodecs)));
   return description.Add(entry);
 }
 
-template <typename T>
-Result<void> DescribeWithMinimum(DataDescription& description, const InternedId& key, const T& zero) {
-  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewEntry(key, zero));
-  VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionMinvalue, zero));
-  return description.Add(entry);
-}
-
 // The choices of the sample rate follow the audio codec of settings: "aac" when the
 // setting is absent, none without settings at all or for another codec.
 Result<void> DescribeSamplerate(DataDescription& description, const DataDictionary* settings) {
-  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewEntry(g_settingAudioSamplerate, Int64(48000)));
+  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewSettingEntry(g_settingAudioSamplerate, Int64(48000)));
   const Id codec = settings ? settings->Get<Id>(g_settingAudioCodec, Id("aac")) : Id();
   if (codec == Id("aac")) VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionEnum, Choices(AAC_SAMPLERATES)));
   if (codec == Id("mp3")) VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionEnum, Choices(MP3_SAMPLERATES)));
@@ -66,7 +48,7 @@ Result<void> DescribeSamplerate(DataDescription& description, const DataDictiona
 template <typename T, Int N>
 Result<void> DescribeChoices(DataDescription& description, const InternedId& key, const T& defaultValue,
                              const T (&values)[N]) {
-  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewEntry(key, defaultValue));
+  VORNA_ASSIGN_OR_RETURN(DataDictionary entry, NewSettingEntry(key, defaultValue));
   VORNA_RETURN_ON_ERROR(entry.Set(g_dataDescriptionEnum, Choices(values)));
   return description.Add(entry);
 }
@@ -76,9 +58,9 @@ Result<void> DescribeChoices(DataDescription& description, const InternedId& key
 Result<void> DescribeMovieSettings(DataDescription& description, const DataDictionary* settings,
                                    const MovieContainer& container) {
   VORNA_RETURN_ON_ERROR(DescribeCodec(description, container));
-  VORNA_RETURN_ON_ERROR(DescribeWithMinimum(description, g_saverSettingDatarate, BytesValue{0}));
-  VORNA_RETURN_ON_ERROR(DescribeWithMinimum(description, g_saverSettingKeyframes, Int32(0)));
-  VORNA_ASSIGN_OR_RETURN(DataDictionary srgb, NewEntry(g_saverSettingDisableSrgbConversion, Bool(false)));
+  VORNA_RETURN_ON_ERROR(DescribeFromMinimum(description, g_saverSettingDatarate, BytesValue{0}));
+  VORNA_RETURN_ON_ERROR(DescribeFromMinimum(description, g_saverSettingKeyframes, Int32(0)));
+  VORNA_ASSIGN_OR_RETURN(DataDictionary srgb, NewSettingEntry(g_saverSettingDisableSrgbConversion, Bool(false)));
   VORNA_RETURN_ON_ERROR(description.Add(srgb));
   VORNA_RETURN_ON_ERROR(DescribeChoices(description, g_settingAudioCodec, Id("aac"), AUDIO_CODECS));
   VORNA_RETURN_ON_ERROR(DescribeSamplerate(description, settings));

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "vorna/basearray.h"
+#include "vorna/datatypes.h"
 #include "vorna/refcounter.h"
 
 namespace vorna {
@@ -82,5 +83,8 @@ class Array {
   static constexpr ArrayFunctions FUNCTIONS{&FreeBlock, &CloneBlock};
   Storage* _block = nullptr;
 };
+
+// An array of bytes as a value, such as a compressor's own state in export settings.
+VORNA_DECLARE_DATATYPE(Array<Char>, ArrayOfChar);
 
 }  // namespace vorna

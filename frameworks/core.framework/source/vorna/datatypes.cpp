@@ -31,6 +31,7 @@ VORNA_DEFINE_OBJECT_USE(g_dataTypeString, "vorna.DataTypes:vorna.String");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeTimeValue, "vorna.DataTypes:vorna.TimeValue");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeBytesValue, "vorna.DataTypes:vorna.BytesValue");
 VORNA_DEFINE_OBJECT_USE(g_dataTypeDataType, "vorna.DataTypes:vorna.DataType");
+VORNA_DEFINE_OBJECT_USE(g_dataTypeArrayOfChar, "vorna.ParametricTypes:Array<vorna.Char>");
 
 namespace {
 

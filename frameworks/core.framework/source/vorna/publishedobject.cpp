@@ -13,6 +13,14 @@ Result<Data> CreatePublishedInstance(ObjectDefinitionRecord& classDefinition, co
   return value;
 }
 
+Result<Data> PublishedClassValue(ObjectDefinitionRecord& classDefinition, const SourceLocation& location) {
+  ClassHandle* cls = GetDefinedClass(classDefinition);
+  if (!cls) return RaiseError(g_NullptrErrorObject, location);
+  Data value = MakeClassData(cls);
+  if (value.IsEmpty()) return CreateError(location, 0);
+  return value;
+}
+
 Result<void> InsertRegistryMember(ObjectDefinitionRecord& definition) {
   Id registry, member;
   if (!SplitMemberId(definition.id, registry, member)) return CreateError(VORNA_SOURCE_LOCATION, 0);
