@@ -146,6 +146,17 @@ struct IMFAsyncCallback : IUnknown {
 };
 DECLARE_INTERFACE_IID(IMFAsyncCallback, IID_IMFAsyncCallback);
 
+// How the pictures of a video type are made of fields (MF_MT_INTERLACE_MODE).
+enum MFVideoInterlaceMode {
+  MFVideoInterlace_Unknown = 0,
+  MFVideoInterlace_Progressive = 2,
+  MFVideoInterlace_FieldInterleavedUpperFirst = 3,
+  MFVideoInterlace_FieldInterleavedLowerFirst = 4,
+  MFVideoInterlace_FieldSingleUpper = 5,
+  MFVideoInterlace_FieldSingleLower = 6,
+  MFVideoInterlace_MixedInterlaceOrProgressive = 7,
+};
+
 inline constexpr DWORD MFBYTESTREAM_IS_READABLE = 0x00000001;
 inline constexpr DWORD MFBYTESTREAM_IS_WRITABLE = 0x00000002;
 inline constexpr DWORD MFBYTESTREAM_IS_SEEKABLE = 0x00000004;
