@@ -2,6 +2,7 @@
 #include <atomic>
 
 #include "mfreadwrite/codec_log.h"
+#include "mfreadwrite/h264_preset.h"
 #include "platform_state.h"
 #include "platform_counters.h"
 #include "tessel_platform_control.h"
@@ -33,7 +34,7 @@ extern "C" void TesselPlatformSetWindowsVersion(DWORD major, DWORD minor, WORD s
 extern "C" TesselPlatformCounters TesselPlatformGetCounters() {
   auto& c = GetCounters();
   return {c.mfStartupCalls.load(), c.mfShutdownCalls.load(), c.aviInitCalls.load(), c.aviExitCalls.load(),
-          c.liveSourceReaders.load()};
+          c.liveSourceReaders.load(), c.liveSinkWriters.load()};
 }
 
 extern "C" void TesselPlatformFailNextMFStartup(HRESULT status) { GetCounters().failNextMFStartup = status; }
@@ -45,5 +46,11 @@ extern "C" void TesselPlatformRefuseAdvancedVideoProcessing(HRESULT status) {
 extern "C" void TesselPlatformFailNextBufferCreation(HRESULT status) { GetCounters().failNextBufferCreation = status; }
 
 extern "C" void TesselPlatformFailNextReadSample(HRESULT status) { GetCounters().failNextReadSample = status; }
+
+extern "C" void TesselPlatformFailNextEncoderOpen(HRESULT status) { GetCounters().failNextEncoderOpen = status; }
+
+extern "C" void TesselPlatformSetSinkDiskSpace(LONGLONG bytes) { GetCounters().sinkDiskSpace = bytes < 0 ? -1 : bytes; }
+
+extern "C" void TesselPlatformSetH264Preset(const char* preset) { tessel::platform::SetH264Preset(preset); }
 
 extern "C" void TesselPlatformShowCodecLog(BOOL show) { tessel::platform::ShowCodecLog(show != FALSE); }

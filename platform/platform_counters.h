@@ -16,6 +16,10 @@ struct Counters {
   std::atomic<int32_t> failNextReadSample{0};
   std::atomic<int32_t> refuseAdvancedProcessing{0};
   std::atomic<int64_t> liveSourceReaders{0};
+  std::atomic<int64_t> liveSinkWriters{0};
+  std::atomic<int32_t> failNextEncoderOpen{0};
+  // Bytes the sink writers' files may still take; -1 for no limit.
+  std::atomic<int64_t> sinkDiskSpace{-1};
 };
 
 Counters& GetCounters();

@@ -1,5 +1,6 @@
 // The one door for tests and tools to steer the platform stand-in: the Windows version
-// it reports, its start-up counters, failure injection and the codec library's lines.
+// it reports, its start-up counters, failure injection, the H.264 encoder's speed and the
+// codec library's lines.
 // Nothing else in the platform is test-only.
 #pragma once
 
@@ -11,6 +12,7 @@ struct TesselPlatformCounters {
   int64_t aviInitCalls;     // AVIFileInit calls
   int64_t aviExitCalls;     // AVIFileExit calls
   int64_t liveSourceReaders;  // source readers created and not yet destroyed
+  int64_t liveSinkWriters;    // sink writers created and not yet destroyed
 };
 
 extern "C" {
@@ -28,6 +30,16 @@ TESSEL_PLATFORM_API void TesselPlatformRefuseAdvancedVideoProcessing(HRESULT sta
 TESSEL_PLATFORM_API void TesselPlatformFailNextBufferCreation(HRESULT status);
 // The next IMFSourceReader::ReadSample fails with this status (0 clears).
 TESSEL_PLATFORM_API void TesselPlatformFailNextReadSample(HRESULT status);
+// The next encoder that a sink writer opens (SetInputMediaType opens them) fails with
+// this status (0 clears).
+TESSEL_PLATFORM_API void TesselPlatformFailNextEncoderOpen(HRESULT status);
+// Bytes that sink writers may still write to their files, as on a disk that is filling
+// up: the write that would go beyond fails with ERROR_DISK_FULL as an HRESULT, in the
+// WriteSample or Finalize that writes. -1, the default, lifts the limit.
+TESSEL_PLATFORM_API void TesselPlatformSetSinkDiskSpace(LONGLONG bytes);
+// The libx264 preset of the sink writer's H.264 streams, for benchmarks; null restores
+// the default, "superfast".
+TESSEL_PLATFORM_API void TesselPlatformSetH264Preset(const char* preset);
 // Whether the codec library's own lines about the files it reads (damaged frames,
 // concealed errors) go to stderr. Off by default: the reader reports through statuses.
 TESSEL_PLATFORM_API void TesselPlatformShowCodecLog(BOOL show);

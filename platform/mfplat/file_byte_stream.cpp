@@ -13,25 +13,13 @@
 #include "com.h"
 #include "mfapi.h"
 #include "mferror.h"
+#include "mfplat/errno_status.h"
 #include "mfplat/wide_path.h"
 #include "mfplat/work_queue.h"
 
 namespace tessel::platform {
 
 namespace {
-
-HRESULT StatusFromErrno(int error) {
-  switch (error) {
-    case ENOENT: return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
-    case ENOTDIR: return HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
-    case EACCES:
-    case EPERM: return E_ACCESSDENIED;
-    case EEXIST: return HRESULT_FROM_WIN32(ERROR_FILE_EXISTS);
-    case ENOSPC: return HRESULT_FROM_WIN32(ERROR_DISK_FULL);
-    case ENOMEM: return E_OUTOFMEMORY;
-    default: return E_FAIL;
-  }
-}
 
 // The count of one asynchronous read, carried by its result object.
 class ReadOutcome final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IUnknown> {

@@ -2,10 +2,16 @@
 // balanced by one MFShutdown; the platform is up while the count is above zero.
 #include "mfapi.h"
 #include "mferror.h"
+#include "mfplat/startup.h"
 #include "mfplat/work_queue.h"
 #include "platform_counters.h"
 
 using tessel::platform::GetCounters;
+
+bool tessel::platform::MediaFoundationStarted() {
+  auto& counters = GetCounters();
+  return counters.mfStartupCalls.load() > counters.mfShutdownCalls.load();
+}
 
 extern "C" HRESULT WINAPI MFStartup(ULONG version, DWORD /*flags*/) {
   auto& c = GetCounters();

@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include "mferror.h"
+#include "mfplat/errno_status.h"
 
 extern "C" {
 #include <libavutil/error.h>
@@ -30,6 +31,13 @@ HRESULT StatusFromReadError(int error) {
     case AVERROR_INVALIDDATA: return MF_E_INVALID_STREAM_DATA;
     default: return E_FAIL;
   }
+}
+
+// FFmpeg gives the system's errors as negative errno values and its own as large tags.
+HRESULT StatusFromWriteError(int error) {
+  constexpr int kLargestErrno = 4095;
+  if (error < 0 && error >= -kLargestErrno) return StatusFromErrno(AVUNERROR(error));
+  return E_FAIL;
 }
 
 }  // namespace tessel::platform

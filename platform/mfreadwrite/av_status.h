@@ -9,6 +9,9 @@ namespace tessel::platform {
 HRESULT StatusFromOpenError(int error);
 // The status for a failure while reading or decoding.
 HRESULT StatusFromReadError(int error);
+// The status for a failure while encoding or writing a file: the system's errors keep
+// their Win32 meaning (a full disk is ERROR_DISK_FULL).
+HRESULT StatusFromWriteError(int error);
 
 // Media time in 100 ns ticks.
 inline constexpr int64_t kTicksPerSecond = 10000000;

@@ -1,6 +1,7 @@
 // MFCreateSourceReaderFromByteStream and MFCreateSourceReaderFromURL. A reader can only
 // be made while the platform is started; the attributes choose the video processing.
 #include "mferror.h"
+#include "mfplat/startup.h"
 #include "mfplat/wide_path.h"
 #include "mfreadwrite.h"
 #include "mfreadwrite/source_reader.h"
@@ -9,11 +10,6 @@
 namespace tessel::platform {
 
 namespace {
-
-bool PlatformStarted() {
-  auto& counters = GetCounters();
-  return counters.mfStartupCalls.load() > counters.mfShutdownCalls.load();
-}
 
 // Readers are synchronous only: a reader asked to call back is refused.
 HRESULT ProcessingFrom(IMFAttributes* attributes, VideoProcessing* processing) {
@@ -41,7 +37,7 @@ extern "C" HRESULT WINAPI MFCreateSourceReaderFromByteStream(IMFByteStream* byte
   if (!reader) return E_POINTER;
   *reader = nullptr;
   if (!byteStream) return E_INVALIDARG;
-  if (!PlatformStarted()) return MF_E_PLATFORM_NOT_INITIALIZED;
+  if (!MediaFoundationStarted()) return MF_E_PLATFORM_NOT_INITIALIZED;
   VideoProcessing processing;
   HRESULT hr = ProcessingFrom(attributes, &processing);
   std::unique_ptr<Demuxer> demuxer;
@@ -55,7 +51,7 @@ extern "C" HRESULT WINAPI MFCreateSourceReaderFromURL(LPCWSTR url, IMFAttributes
   if (!reader) return E_POINTER;
   *reader = nullptr;
   if (!url) return E_INVALIDARG;
-  if (!PlatformStarted()) return MF_E_PLATFORM_NOT_INITIALIZED;
+  if (!MediaFoundationStarted()) return MF_E_PLATFORM_NOT_INITIALIZED;
   VideoProcessing processing;
   HRESULT hr = ProcessingFrom(attributes, &processing);
   std::unique_ptr<Demuxer> demuxer;

@@ -7,6 +7,7 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libavutil/audio_fifo.h>
 #include <libavutil/frame.h>
 #include <libswresample/swresample.h>
 #include <libswscale/swscale.h>
@@ -16,6 +17,10 @@ namespace tessel::platform {
 
 struct FormatContextDeleter {
   void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+};
+// A muxer's context; the AVIO context it writes through has an owner of its own.
+struct OutputContextDeleter {
+  void operator()(AVFormatContext* context) const { avformat_free_context(context); }
 };
 struct CodecContextDeleter {
   void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
@@ -32,6 +37,9 @@ struct ScalerDeleter {
 struct ResamplerDeleter {
   void operator()(SwrContext* resampler) const { swr_free(&resampler); }
 };
+struct AudioFifoDeleter {
+  void operator()(AVAudioFifo* fifo) const { av_audio_fifo_free(fifo); }
+};
 // The AVIO context and the buffer it currently holds (FFmpeg may have replaced the one
 // it was given).
 struct AvioContextDeleter {
@@ -42,11 +50,13 @@ struct AvioContextDeleter {
 };
 
 using FormatContextPtr = std::unique_ptr<AVFormatContext, FormatContextDeleter>;
+using OutputContextPtr = std::unique_ptr<AVFormatContext, OutputContextDeleter>;
 using CodecContextPtr = std::unique_ptr<AVCodecContext, CodecContextDeleter>;
 using FramePtr = std::unique_ptr<AVFrame, FrameDeleter>;
 using PacketPtr = std::unique_ptr<AVPacket, PacketDeleter>;
 using ScalerPtr = std::unique_ptr<SwsContext, ScalerDeleter>;
 using ResamplerPtr = std::unique_ptr<SwrContext, ResamplerDeleter>;
+using AudioFifoPtr = std::unique_ptr<AVAudioFifo, AudioFifoDeleter>;
 using AvioContextPtr = std::unique_ptr<AVIOContext, AvioContextDeleter>;
 
 }  // namespace tessel::platform

@@ -1,0 +1,66 @@
+// The audio stream of a sink writer: PCM is converted and encoded as it comes. The
+// sound starts at the time of its first sample and then counts in samples, so a whole
+// track given as one sample keeps its place to the sample; later samples follow on
+// without a gap.
+#include "mferror.h"
+#include "mfreadwrite/audio_encoder.h"
+#include "mfreadwrite/av_status.h"
+#include "mfreadwrite/sample_bytes.h"
+#include "mfreadwrite/sink_stream.h"
+
+namespace tessel::platform {
+
+namespace {
+
+class AudioSinkStream final : public SinkStream {
+ public:
+  AudioSinkStream(const AudioTarget& target, bool globalHeaders) : target_(target), globalHeaders_(globalHeaders) {}
+
+  HRESULT SetInputType(IMFMediaType* type) override {
+    PcmInput input;
+    HRESULT hr = ReadPcmInput(type, &input);
+    std::unique_ptr<AudioEncoder> encoder;
+    if (SUCCEEDED(hr)) hr = AudioEncoder::Open(target_, input, globalHeaders_, &encoder);
+    if (SUCCEEDED(hr)) encoder_ = std::move(encoder);
+    return hr;
+  }
+
+  bool HasInputType() const override { return encoder_ != nullptr; }
+
+  HRESULT Describe(AVCodecParameters* parameters, AVRational* timeBase, AVRational* frameRate) const override {
+    *timeBase = encoder_->TimeBase();
+    *frameRate = {0, 1};
+    return encoder_->Describe(parameters);
+  }
+
+  HRESULT Write(IMFSample* sample, std::vector<PacketPtr>* packets) override {
+    LONGLONG time = 0;
+    if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
+    if (!started_) {
+      encoder_->StartAt(av_rescale_q_rnd(time, {1, int(kTicksPerSecond)}, encoder_->TimeBase(),
+                                         AVRounding(AV_ROUND_NEAR_INF | AV_ROUND_PASS_MINMAX)));
+      started_ = true;
+    }
+    SampleBytes bytes;
+    HRESULT hr = bytes.Lock(sample);
+    if (FAILED(hr)) return hr;
+    return encoder_->Encode(bytes.Data(), bytes.Length(), packets);
+  }
+
+  HRESULT Drain(std::vector<PacketPtr>* packets) override { return encoder_->Drain(packets); }
+
+ private:
+  AudioTarget target_;
+  bool globalHeaders_;
+  std::unique_ptr<AudioEncoder> encoder_;
+  bool started_ = false;
+};
+
+}  // namespace
+
+HRESULT CreateAudioSinkStream(const AudioTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream) {
+  stream->reset(new (std::nothrow) AudioSinkStream(target, globalHeaders));
+  return *stream ? S_OK : E_OUTOFMEMORY;
+}
+
+}  // namespace tessel::platform

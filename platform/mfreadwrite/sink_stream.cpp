@@ -1,0 +1,36 @@
+// CreateSinkStream: the checks of a target type, in the order the system makes them:
+// what the container holds, then whether there is an encoder, then the type's details.
+#include "mfreadwrite/sink_stream.h"
+
+#include "mfapi.h"
+#include "mferror.h"
+#include "mfreadwrite/sink_codecs.h"
+
+namespace tessel::platform {
+
+HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, bool globalHeaders,
+                         std::unique_ptr<SinkStream>* stream) {
+  GUID major = GUID_NULL, subtype = GUID_NULL;
+  if (FAILED(target->GetGUID(MF_MT_MAJOR_TYPE, &major)) || FAILED(target->GetGUID(MF_MT_SUBTYPE, &subtype))) {
+    return MF_E_INVALIDMEDIATYPE;
+  }
+  const SinkCodec* codec = FindSinkCodec(subtype);
+  bool video = major == MFMediaType_Video;
+  if (!codec || !Holds(container, subtype) || codec->type != (video ? AVMEDIA_TYPE_VIDEO : AVMEDIA_TYPE_AUDIO) ||
+      (!video && major != MFMediaType_Audio)) {
+    return MF_E_INVALIDMEDIATYPE;
+  }
+  const AVCodec* encoder = nullptr;
+  HRESULT hr = FindEncoder(subtype, &encoder);
+  if (FAILED(hr)) return hr;
+  if (video) {
+    VideoTarget settings;
+    hr = ReadVideoTarget(target, &settings);
+    return SUCCEEDED(hr) ? CreateVideoSinkStream(settings, globalHeaders, stream) : hr;
+  }
+  AudioTarget settings;
+  hr = ReadAudioTarget(target, &settings);
+  return SUCCEEDED(hr) ? CreateAudioSinkStream(settings, globalHeaders, stream) : hr;
+}
+
+}  // namespace tessel::platform

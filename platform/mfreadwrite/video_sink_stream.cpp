@@ -1,0 +1,85 @@
+// The video stream of a sink writer: uncompressed frames are converted to 4:2:0 YUV and
+// encoded. Each frame's place comes from its own time, rounded to the frame grid of the
+// target's rate, so that times given in 100 ns ticks never drift against the rate
+// (29.97 frames per second stays 2997/100, frame after frame).
+#include <algorithm>
+
+#include "mferror.h"
+#include "mfreadwrite/av_status.h"
+#include "mfreadwrite/picture_converter.h"
+#include "mfreadwrite/sample_bytes.h"
+#include "mfreadwrite/sink_stream.h"
+#include "mfreadwrite/video_encoder.h"
+
+namespace tessel::platform {
+
+namespace {
+
+class VideoSinkStream final : public SinkStream {
+ public:
+  VideoSinkStream(const VideoTarget& target, bool globalHeaders) : target_(target), globalHeaders_(globalHeaders) {}
+
+  HRESULT SetInputType(IMFMediaType* type) override {
+    VideoInput input;
+    HRESULT hr = ReadVideoInput(type, target_, &input);
+    std::unique_ptr<VideoEncoder> encoder;
+    if (SUCCEEDED(hr)) hr = OpenVideoEncoder(target_, globalHeaders_, &encoder);
+    if (SUCCEEDED(hr)) hr = converter_.Prepare(input, target_);
+    if (FAILED(hr)) return hr;
+    encoder_ = std::move(encoder);
+    frameBytes_ = input.frameBytes;
+    return S_OK;
+  }
+
+  bool HasInputType() const override { return encoder_ != nullptr; }
+
+  HRESULT Describe(AVCodecParameters* parameters, AVRational* timeBase, AVRational* frameRate) const override {
+    *timeBase = av_inv_q(target_.frameRate);
+    *frameRate = target_.frameRate;
+    return encoder_->Describe(parameters);
+  }
+
+  HRESULT Write(IMFSample* sample, std::vector<PacketPtr>* packets) override {
+    LONGLONG time = 0;
+    if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
+    SampleBytes bytes;
+    HRESULT hr = bytes.Lock(sample);
+    if (FAILED(hr)) return hr;
+    if (bytes.Length() < frameBytes_) return MF_E_BUFFERTOOSMALL;
+    AVFrame* picture = nullptr;
+    hr = converter_.Convert(bytes.Data(), &picture);
+    if (FAILED(hr)) return hr;
+    picture->pts = FrameSlot(time);
+    return encoder_->Encode(picture, packets);
+  }
+
+  HRESULT Drain(std::vector<PacketPtr>* packets) override { return encoder_->Encode(nullptr, packets); }
+
+ private:
+  // The frame slot nearest to time. Two samples for one slot can't share a time in the
+  // file, so the later one takes the next slot.
+  int64_t FrameSlot(LONGLONG time) {
+    int64_t slot = av_rescale_q_rnd(time, {1, int(kTicksPerSecond)}, av_inv_q(target_.frameRate),
+                                    AVRounding(AV_ROUND_NEAR_INF | AV_ROUND_PASS_MINMAX));
+    if (lastSlot_ != kNoSlot) slot = std::max(slot, lastSlot_ + 1);
+    lastSlot_ = slot;
+    return slot;
+  }
+
+  static constexpr int64_t kNoSlot = INT64_MIN;
+  VideoTarget target_;
+  bool globalHeaders_;
+  std::unique_ptr<VideoEncoder> encoder_;
+  PictureConverter converter_;
+  size_t frameBytes_ = 0;
+  int64_t lastSlot_ = kNoSlot;
+};
+
+}  // namespace
+
+HRESULT CreateVideoSinkStream(const VideoTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream) {
+  stream->reset(new (std::nothrow) VideoSinkStream(target, globalHeaders));
+  return *stream ? S_OK : E_OUTOFMEMORY;
+}
+
+}  // namespace tessel::platform
