@@ -105,12 +105,12 @@ TEST_F(ExportModuleTest, CapabilitiesAreTheSameForAllFour) {
     EXPECT_EQ(capabilities.Get<Int64>(g_mediaOutputUrlMaximalalphachannels, -1), 0) << id;
     Result<Data> depths = capabilities.GetData(g_mediaOutputUrlBitdepthsimage);
     ASSERT_FALSE(depths.IsError()) << id;
-    Block<const DataType* const> depth = GetBlockFromData<const DataType*>(depths.GetValue());
+    Block<const DataType> depth = GetBlockFromData<DataType>(depths.GetValue());
     ASSERT_EQ(depth.count, 1) << id;
-    EXPECT_EQ(depth[0], DataTypeOf<UChar>()) << id;
+    EXPECT_EQ(depth[0].id, DataTypeOf<UChar>()->id) << id;
     Result<Data> layers = capabilities.GetData(g_mediaOutputUrlBitdepthslayer);
     ASSERT_FALSE(layers.IsError()) << "an empty block, not an absent value";
-    EXPECT_EQ(GetBlockFromData<const DataType*>(layers.GetValue()).count, 0);
+    EXPECT_EQ(GetBlockFromData<DataType>(layers.GetValue()).count, 0);
   }
 }
 

@@ -104,7 +104,6 @@ const DataType TYPES[] = {
     TypeOf<Bytes<16>>("vorna.DataTypes:vorna.RlaChannelInfo"),
     TypeOf<String>("vorna.DataTypes:vorna.String"),
     TypeOf<DataDictionary>("vorna.DataTypes:vorna.DataDictionary"),
-    TypeOf<const DataType*>("vorna.DataTypes:vorna.DataType"),
     TypeOf<Array<Char>>("vorna.ParametricTypes:Array<vorna.Char>"),
 };
 

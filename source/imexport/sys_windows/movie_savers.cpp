@@ -31,7 +31,7 @@ ObjectRef PublishedSaverFormat(ObjectUseRecord& use) {
 
 template <typename SELF>
 Result<void> MovieSaverMF<SELF>::Init() {
-  _bitDepth = DataTypeOf<UChar>();
+  if (const DataType* uchar = DataTypeOf<UChar>()) _bitDepth = *uchar;
   return OK;
 }
 

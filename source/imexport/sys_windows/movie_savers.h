@@ -42,7 +42,7 @@ class MovieSaverMF : public vorna::Component<SELF> {
   vorna::Float64 _fps = 1.0;
   vorna::DataDictionary _settings;
   vorna::Bool _writerOpen = false;
-  const vorna::DataType* _bitDepth = nullptr;
+  vorna::DataType _bitDepth{};
   vorna::Bool _analyzed = false;
 };
 

@@ -7,7 +7,7 @@ namespace tessel {
 
 using namespace vorna;
 
-Data SaverCapability(const ConstDataPtr& key, const DataType* const& bitDepth, Bool systemOptions) {
+Data SaverCapability(const ConstDataPtr& key, const DataType& bitDepth, Bool systemOptions) {
   const InternedId* id = key.As<InternedId>();
   if (!id || !id->IsSet()) return Data();
   if (*id == g_mediaOutputUrlSupportsImage || *id == g_mediaOutputUrlSupportsVideo ||
@@ -17,8 +17,8 @@ Data SaverCapability(const ConstDataPtr& key, const DataType* const& bitDepth, B
   if (*id == g_mediaOutputUrlMaximalalphachannels || *id == g_mediaOutputUrlMaximallayerresolution)
     return MakeData(Int64(0));
   if (*id == g_mediaOutputUrlMaximalimageresolution) return MakeData(MAXIMAL_IMAGE_RESOLUTION);
-  if (*id == g_mediaOutputUrlBitdepthsimage) return MakeBlockData<const DataType*>({&bitDepth, 1});
-  if (*id == g_mediaOutputUrlBitdepthslayer) return MakeBlockData<const DataType*>({});
+  if (*id == g_mediaOutputUrlBitdepthsimage) return MakeBlockData<DataType>({&bitDepth, 1});
+  if (*id == g_mediaOutputUrlBitdepthslayer) return MakeBlockData<DataType>({});
   if (*id == g_mediaOutputUrlEmbedColorprofile) return MakeData(Bool(false));
   return Data();
 }

@@ -10,7 +10,7 @@ namespace tessel {
 // The value of a capability key; an empty Data for a key the table doesn't hold, which
 // the saver passes to its base. supports_systemoptions is answered only when
 // systemOptions is set. bitDepth must outlive the Data: bitdepthsimage is a block over it.
-vorna::Data SaverCapability(const vorna::ConstDataPtr& key, const vorna::DataType* const& bitDepth,
+vorna::Data SaverCapability(const vorna::ConstDataPtr& key, const vorna::DataType& bitDepth,
                             vorna::Bool systemOptions);
 
 // The largest width and height a saver takes, whatever the codec.

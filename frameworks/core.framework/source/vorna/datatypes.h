@@ -48,8 +48,8 @@ struct BytesValue {
   Int64 bytes = 0;
 };
 VORNA_DECLARE_DATATYPE(BytesValue, BytesValue);
-// A published data type as a value, such as an element of a saver's bit depths.
-VORNA_DECLARE_DATATYPE(const DataType*, DataType);
+// A data type's record as a value, such as an element of a saver's bit depths.
+VORNA_DECLARE_DATATYPE(DataType, DataType);
 
 // The published type of T; a type that holds nothing while it is not available.
 template <typename T>
