@@ -8,7 +8,8 @@ namespace {
 
 constexpr double kKeyShare = 4.0;          // a key picture takes this many P budgets
 constexpr double kBalanceHorizon = 30.0;   // pictures over which a surplus or debt is repaid
-constexpr int kMaxInterStepChange = 4;     // steps a P picture may move from the last
+constexpr double kMaxInterStepChange = 1.5; // factor a P picture's step may move from the last
+constexpr double kFirstInterShare = 0.35;   // P complexity against key complexity before any P
 
 }  // namespace
 
@@ -34,8 +35,11 @@ int RateControl::StepFor(bool key, double targetBits) const {
   double complexity = key ? keyComplexity_ : interComplexity_;
   int step = static_cast<int>(std::lround(complexity / std::max(targetBits, 1.0)));
   step = std::clamp(step, 2, 62);
-  if (!key && interSeen_)
-    step = std::clamp(step, lastInterStep_ - kMaxInterStepChange, lastInterStep_ + kMaxInterStepChange);
+  if (!key && interSeen_) {
+    int low = static_cast<int>(std::floor(lastInterStep_ / kMaxInterStepChange));
+    int high = static_cast<int>(std::ceil(lastInterStep_ * kMaxInterStepChange));
+    step = std::clamp(step, low, high);
+  }
   return std::clamp(step, 2, 62);
 }
 
@@ -43,6 +47,7 @@ void RateControl::Update(bool key, int step, int64_t bits) {
   double complexity = static_cast<double>(std::max<int64_t>(bits, 1)) * step;
   if (key) {
     keyComplexity_ = complexity;
+    if (!interSeen_) interComplexity_ = kFirstInterShare * complexity;
   } else {
     interComplexity_ = interSeen_ ? 0.5 * interComplexity_ + 0.5 * complexity : complexity;
     interSeen_ = true;

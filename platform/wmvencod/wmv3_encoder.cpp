@@ -21,9 +21,10 @@ namespace {
 constexpr int kMinSize = 16;
 constexpr int kMaxSize = 4096;
 constexpr double kDefaultKeySeconds = 5;
-// A key picture whose size misses its budget by more than this factor is coded again
-// at a corrected step.
+// A key picture whose size misses its budget by more than this factor, or a P picture
+// that takes more than kInterRetryFactor times it, is coded again at a corrected step.
 constexpr double kKeyRetryFactor = 1.4;
+constexpr double kInterRetryFactor = 2.0;
 
 bool ValidSettings(const Wmv3EncoderSettings& s) {
   return s.width >= kMinSize && s.width <= kMaxSize && s.height >= kMinSize && s.height <= kMaxSize &&
@@ -118,7 +119,8 @@ HRESULT Wmv3Encoder::Encode(const Wmv3Picture& picture, std::vector<uint8_t>* fr
     int step = s.StepFor(key, target);
     std::vector<uint8_t> bits = s.Code(key, step);
     double ratio = static_cast<double>(bits.size()) * 8 / target;
-    if (key && !s.settings.fixedStep && (ratio > kKeyRetryFactor || ratio < 1 / kKeyRetryFactor)) {
+    bool missed = key ? (ratio > kKeyRetryFactor || ratio < 1 / kKeyRetryFactor) : ratio > kInterRetryFactor;
+    if (!s.settings.fixedStep && missed) {
       step = std::clamp(static_cast<int>(std::lround(step * ratio)), 2, 62);
       bits = s.Code(key, step);
     }

@@ -30,6 +30,7 @@ bool Wmv3Decoder::Decode(const std::vector<uint8_t>& frame, bool keyFrame, Decod
   if (sent < 0 || avcodec_receive_frame(context_.get(), frame_.get()) < 0) return false;
   picture->width = frame_->width;
   picture->height = frame_->height;
+  picture->key = frame_->key_frame != 0;
   for (int plane = 0; plane < 3; ++plane) {
     int width = plane ? (frame_->width + 1) / 2 : frame_->width;
     int height = plane ? (frame_->height + 1) / 2 : frame_->height;

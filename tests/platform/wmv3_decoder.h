@@ -15,6 +15,7 @@ namespace tessel::platform_test {
 struct DecodedPicture {
   int width = 0;
   int height = 0;
+  bool key = false;
   std::vector<uint8_t> planes[3];
 };
 

@@ -186,6 +186,7 @@ TEST_P(Wmv3ClipTest, DecoderShowsTheReconstruction) {
     ASSERT_TRUE(decoder.Decode(encoded.frames[i], encoded.keys[i], &decoded));
     ASSERT_EQ(decoded.width, c.width);
     ASSERT_EQ(decoded.height, c.height);
+    EXPECT_EQ(decoded.key, encoded.keys[i]);
     Yuv shown(c.width, c.height);
     for (int p = 0; p < 3; ++p) shown.planes[p] = decoded.planes[p];
     for (int p = 0; p < 3; ++p)
@@ -196,6 +197,95 @@ TEST_P(Wmv3ClipTest, DecoderShowsTheReconstruction) {
 
 INSTANTIATE_TEST_SUITE_P(Clips, Wmv3ClipTest, ::testing::ValuesIn(kClipCases),
                          [](const auto& info) { return std::string(info.param.name); });
+
+Wmv3EncoderSettings PanSettings(int width, int height) {
+  Wmv3EncoderSettings settings;
+  settings.width = width;
+  settings.height = height;
+  return settings;
+}
+
+struct KeyCase {
+  int spacing;
+  int rateNum;
+  int frames;
+  std::vector<int> keys;
+};
+
+TEST(Wmv3EncoderTest, KeyFramesComeAtTheSpacing) {
+  // Spacing 0 means five seconds' worth of pictures.
+  const KeyCase cases[] = {{1, 30, 3, {0, 1, 2}}, {3, 30, 8, {0, 3, 6}}, {0, 2, 12, {0, 10}}, {0, 30, 4, {0}}};
+  for (const KeyCase& c : cases) {
+    SCOPED_TRACE("spacing " + std::to_string(c.spacing) + " at " + std::to_string(c.rateNum) + " fps");
+    Wmv3EncoderSettings settings = PanSettings(32, 32);
+    settings.keyFrameSpacing = c.spacing;
+    settings.rateNum = c.rateNum;
+    Encoded encoded = EncodeClip(settings, MakeClip(Clip::kPan, 32, 32, c.frames));
+    std::vector<int> keys;
+    for (size_t i = 0; i < encoded.keys.size(); ++i)
+      if (encoded.keys[i]) keys.push_back(static_cast<int>(i));
+    EXPECT_EQ(keys, c.keys);
+  }
+}
+
+TEST(Wmv3EncoderTest, RateControlHoldsTheBitRate) {
+  const int kFrames = 60;
+  for (int64_t bitRate : {150000, 600000, 2000000}) {
+    SCOPED_TRACE("bit rate " + std::to_string(bitRate));
+    Wmv3EncoderSettings settings = PanSettings(160, 96);
+    settings.bitRate = bitRate;
+    settings.keyFrameSpacing = 30;
+    Encoded encoded = EncodeClip(settings, MakeClip(Clip::kPan, 160, 96, kFrames));
+    size_t bytes = 0;
+    for (const auto& frame : encoded.frames) bytes += frame.size();
+    double reached = static_cast<double>(bytes) * 8 * settings.rateNum / settings.rateDen / kFrames;
+    EXPECT_NEAR(reached / static_cast<double>(bitRate), 1.0, 0.10);
+  }
+}
+
+TEST(Wmv3EncoderTest, SequenceHeaderNamesTheProfile) {
+  for (bool main : {false, true}) {
+    Wmv3EncoderSettings settings = PanSettings(32, 32);
+    settings.mainProfile = main;
+    std::unique_ptr<Wmv3Encoder> encoder;
+    ASSERT_EQ(Wmv3Encoder::Create(settings, &encoder), S_OK);
+    EXPECT_EQ(encoder->SequenceHeader()[0] >> 6, main ? 1 : 0);
+  }
+}
+
+TEST(Wmv3EncoderTest, RefusesBadSettingsAndPointers) {
+  auto with = [](auto change) {
+    Wmv3EncoderSettings settings = PanSettings(64, 48);
+    change(settings);
+    return settings;
+  };
+  const Wmv3EncoderSettings refused[] = {
+      with([](auto& s) { s.width = 15; }),        with([](auto& s) { s.height = 4097; }),
+      with([](auto& s) { s.width = -64; }),       with([](auto& s) { s.rateNum = 0; }),
+      with([](auto& s) { s.rateDen = -1; }),      with([](auto& s) { s.bitRate = 0; }),
+      with([](auto& s) { s.keyFrameSpacing = -1; }), with([](auto& s) { s.fixedStep = 1; }),
+      with([](auto& s) { s.fixedStep = 63; }),    with([](auto& s) { s.threads = -2; }),
+  };
+  for (const Wmv3EncoderSettings& settings : refused) {
+    std::unique_ptr<Wmv3Encoder> encoder;
+    EXPECT_EQ(Wmv3Encoder::Create(settings, &encoder), E_INVALIDARG);
+    EXPECT_FALSE(encoder);
+  }
+  EXPECT_EQ(Wmv3Encoder::Create(PanSettings(64, 48), nullptr), E_POINTER);
+
+  std::unique_ptr<Wmv3Encoder> encoder;
+  ASSERT_EQ(Wmv3Encoder::Create(PanSettings(64, 48), &encoder), S_OK);
+  Yuv picture(64, 48);
+  Wmv3Picture missingPlane = picture.View();
+  missingPlane.planes[2] = nullptr;
+  std::vector<uint8_t> frame;
+  bool key = false;
+  EXPECT_EQ(encoder->Encode(missingPlane, &frame, &key), E_POINTER);
+  EXPECT_EQ(encoder->Encode(picture.View(), nullptr, &key), E_POINTER);
+  EXPECT_EQ(encoder->Encode(picture.View(), &frame, nullptr), E_POINTER);
+  EXPECT_EQ(encoder->Encode(picture.View(), &frame, &key), S_OK);
+  EXPECT_TRUE(key);
+}
 
 }  // namespace
 }  // namespace tessel::platform_test
