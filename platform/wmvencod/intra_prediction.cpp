@@ -39,7 +39,7 @@ struct DcPrediction {
 };
 
 DcPrediction PredictIPicture(const MacroblockGrid& grid, int x, int y, int block, int dcScale) {
-  BlockAt top, left, topLeft;
+  BlockAt top{}, left{}, topLeft{};
   bool hasTop = Neighbour(grid, x, y, block, 0, -1, &top);
   bool hasLeft = Neighbour(grid, x, y, block, -1, 0, &left);
   bool hasTopLeft = hasTop && hasLeft && Neighbour(grid, x, y, block, -1, -1, &topLeft);
@@ -54,7 +54,7 @@ DcPrediction PredictIPicture(const MacroblockGrid& grid, int x, int y, int block
 }
 
 DcPrediction PredictPPicture(const MacroblockGrid& grid, int x, int y, int block) {
-  BlockAt top, left, topLeft;
+  BlockAt top{}, left{}, topLeft{};
   bool aAvailable = Neighbour(grid, x, y, block, 0, -1, &top) && grid.At(top.x, top.y).intra;
   bool cAvailable = Neighbour(grid, x, y, block, -1, 0, &left) && grid.At(left.x, left.y).intra;
   const int16_t* topLevels = aAvailable ? grid.At(top.x, top.y).levels[top.block] : nullptr;
@@ -127,7 +127,7 @@ void PredictIntraMacroblock(MacroblockGrid& grid, int x, int y, const Quantizer&
 
 bool PredictedCodedBlock(const MacroblockGrid& grid, int x, int y, int block) {
   auto coded = [&](int dx, int dy) {
-    BlockAt at;
+    BlockAt at{};
     if (!Neighbour(grid, x, y, block, dx, dy, &at)) return false;
     return (grid.CodeAt(at.x, at.y).codedBlocks & BlockBit(at.block)) != 0;
   };

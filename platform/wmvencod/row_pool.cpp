@@ -1,5 +1,7 @@
 #include "wmvencod/row_pool.h"
 
+#include <utility>
+
 namespace tessel::platform::wmv3 {
 
 RowPool::RowPool(int threads) {
@@ -32,6 +34,7 @@ void RowPool::Run(int rows, const std::function<void(int)>& work) {
   std::unique_lock<std::mutex> lock(mutex_);
   done_.wait(lock, [this] { return next_ >= rows_ && busy_ == 0; });
   work_ = nullptr;
+  if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 
 // Takes rows until none is left.
@@ -42,8 +45,14 @@ void RowPool::Drain() {
     ++busy_;
     const std::function<void(int)>* work = work_;
     lock.unlock();
-    (*work)(row);
+    std::exception_ptr failure;
+    try {
+      (*work)(row);
+    } catch (...) {
+      failure = std::current_exception();
+    }
     lock.lock();
+    if (failure && !failure_) failure_ = failure;
     --busy_;
   }
   if (busy_ == 0) done_.notify_all();

@@ -1,8 +1,10 @@
 // A small pool of threads that runs one function over a range of rows; the calling
-// thread works too. Run returns when every row is done. Used from one thread at a time.
+// thread works too. Run returns when the rows are done and rethrows the first exception
+// a row threw. Used from one thread at a time.
 #pragma once
 
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -34,6 +36,7 @@ class RowPool {
   int next_ = 0;
   int busy_ = 0;
   int generation_ = 0;
+  std::exception_ptr failure_;
   bool stopping_ = false;
 };
 
