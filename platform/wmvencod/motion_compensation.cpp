@@ -1,31 +1,20 @@
 #include "wmvencod/motion_compensation.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tessel::platform::wmv3 {
 namespace {
 
-// Half-pel bilinear interpolation of a size x size block; dx, dy are 0 or 1.
-void HalfPel(const uint8_t* source, ptrdiff_t stride, int size, int dx, int dy, bool roundingControl,
-             uint8_t* out, int outStride) {
-  int round2 = roundingControl ? 0 : 1;
-  int round4 = roundingControl ? 1 : 2;
-  for (int y = 0; y < size; ++y) {
-    const uint8_t* row = source + y * stride;
-    const uint8_t* below = row + stride;
-    uint8_t* target = out + y * outStride;
-    if (dx && dy) {
-      for (int x = 0; x < size; ++x)
-        target[x] = static_cast<uint8_t>((row[x] + row[x + 1] + below[x] + below[x + 1] + round4) >> 2);
-    } else if (dx) {
-      for (int x = 0; x < size; ++x) target[x] = static_cast<uint8_t>((row[x] + row[x + 1] + round2) >> 1);
-    } else if (dy) {
-      for (int x = 0; x < size; ++x) target[x] = static_cast<uint8_t>((row[x] + below[x] + round2) >> 1);
-    } else {
-      std::copy(row, row + size, target);
-    }
-  }
-}
+// Interpolated rows reach this far beyond the picture; clipped vectors read at most
+// 16 samples beyond it.
+constexpr int kMargin = 24;
+constexpr int kBandRows = 16;
+
+uint8_t Clip(int value) { return static_cast<uint8_t>(std::clamp(value, 0, 255)); }
+
+// The half-sample taps (-1, 9, 9, -1) over a, b, c, d.
+int Taps(int a, int b, int c, int d) { return 9 * (b + c) - a - d; }
 
 // Chroma: bilinear in eighths of a sample.
 void Bilinear8(const uint8_t* source, ptrdiff_t stride, int fx, int fy, bool roundingControl, uint8_t* out) {
@@ -50,23 +39,71 @@ MotionVector ChromaVector(MotionVector luma) {
   return {component(luma.x), component(luma.y)};
 }
 
-void PredictLuma(const Plane& reference, int mbX, int mbY, MotionVector vector, bool roundingControl, uint8_t* out) {
-  int x = std::clamp(mbX * 16 + (vector.x >> 2), -16, reference.Width());
-  int y = std::clamp(mbY * 16 + (vector.y >> 2), -16, reference.Height());
-  HalfPel(reference.At(x, y), reference.Stride(), 16, (vector.x >> 1) & 1, (vector.y >> 1) & 1, roundingControl, out,
-          16);
+void HalfSamplePlanes::Allocate(int width, int height) {
+  right_.Allocate(width, height);
+  below_.Allocate(width, height);
+  diagonal_.Allocate(width, height);
 }
 
-void PredictMacroblock(const FramePlanes& reference, int mbX, int mbY, MotionVector vector, bool roundingControl,
-                       uint8_t* luma, uint8_t* cb, uint8_t* cr) {
-  PredictLuma(reference.planes[0], mbX, mbY, vector, roundingControl, luma);
+void HalfSamplePlanes::Use(const Plane& reference, bool roundingControl) {
+  reference_ = &reference;
+  roundingControl_ = roundingControl;
+}
+
+int HalfSamplePlanes::Bands() const { return (right_.Height() + 2 * kMargin + kBandRows - 1) / kBandRows; }
+
+void HalfSamplePlanes::BuildBand(int band) {
+  const Plane& s = *reference_;
+  int rnd = roundingControl_ ? 1 : 0;
+  int first = -kMargin + band * kBandRows;
+  int last = std::min(first + kBandRows, s.Height() + kMargin);
+  int left = -kMargin, right = s.Width() + kMargin;
+  ptrdiff_t stride = s.Stride();
+  // The vertical pass of the diagonal phase, before its horizontal pass (pictures are at
+  // most 4096 samples wide).
+  int16_t vertical[4096 + 2 * kMargin + 3];
+  for (int y = first; y < last; ++y) {
+    const uint8_t* row = s.At(0, y);
+    uint8_t* r = right_.At(0, y);
+    uint8_t* b = below_.At(0, y);
+    uint8_t* d = diagonal_.At(0, y);
+    for (int x = left - 1; x < right + 2; ++x) {
+      int taps = Taps(row[x - stride], row[x], row[x + stride], row[x + 2 * stride]);
+      vertical[x - left + 1] = static_cast<int16_t>((taps + rnd) >> 1);
+      if (x >= left && x < right) b[x] = Clip((taps + 7 + rnd) >> 4);
+    }
+    for (int x = left; x < right; ++x) {
+      r[x] = Clip((Taps(row[x - 1], row[x], row[x + 1], row[x + 2]) + 8 - rnd) >> 4);
+      const int16_t* t = vertical + (x - left + 1);
+      d[x] = Clip((Taps(t[-1], t[0], t[1], t[2]) + 64 - rnd) >> 7);
+    }
+  }
+}
+
+const Plane& HalfSamplePlanes::Phase(int dx, int dy) const {
+  if (dx && dy) return diagonal_;
+  if (dx) return right_;
+  if (dy) return below_;
+  return *reference_;
+}
+
+void PredictLuma(const HalfSamplePlanes& reference, int mbX, int mbY, MotionVector vector, uint8_t* out) {
+  const Plane& phase = reference.Phase((vector.x >> 1) & 1, (vector.y >> 1) & 1);
+  int x = std::clamp(mbX * 16 + (vector.x >> 2), -16, phase.Width());
+  int y = std::clamp(mbY * 16 + (vector.y >> 2), -16, phase.Height());
+  for (int row = 0; row < 16; ++row) std::memcpy(out + 16 * row, phase.At(x, y + row), 16);
+}
+
+void PredictMacroblock(const HalfSamplePlanes& luma, const FramePlanes& reference, int mbX, int mbY,
+                       MotionVector vector, uint8_t* lumaOut, uint8_t* cb, uint8_t* cr) {
+  PredictLuma(luma, mbX, mbY, vector, lumaOut);
   MotionVector chroma = ChromaVector(vector);
   const Plane& u = reference.planes[1];
   int x = std::clamp(mbX * 8 + (chroma.x >> 2), -8, u.Width());
   int y = std::clamp(mbY * 8 + (chroma.y >> 2), -8, u.Height());
   int fx = (chroma.x & 3) << 1, fy = (chroma.y & 3) << 1;
-  Bilinear8(u.At(x, y), u.Stride(), fx, fy, roundingControl, cb);
-  Bilinear8(reference.planes[2].At(x, y), reference.planes[2].Stride(), fx, fy, roundingControl, cr);
+  Bilinear8(u.At(x, y), u.Stride(), fx, fy, luma.RoundingControl(), cb);
+  Bilinear8(reference.planes[2].At(x, y), reference.planes[2].Stride(), fx, fy, luma.RoundingControl(), cr);
 }
 
 }  // namespace tessel::platform::wmv3

@@ -1,7 +1,8 @@
 // Motion-compensated prediction of one macroblock from the reference picture, exactly as
-// a decoder forms it for 1-MV half-pel bilinear pictures: luma at half-pel with the
-// picture's rounding control, chroma at the rounded-down chroma vector (fast UV motion
-// compensation), source positions clipped to one macroblock beyond the picture.
+// a decoder forms it for 1-MV half-pel bicubic pictures: luma at half-sample phases of
+// the bicubic filter with the picture's rounding control, chroma bilinear at the
+// rounded-down chroma vector (fast UV motion compensation), source positions clipped to
+// one macroblock beyond the picture.
 #pragma once
 
 #include <cstdint>
@@ -20,12 +21,37 @@ struct MotionVector {
 // The chroma vector (quarter chroma samples) of a luma vector.
 MotionVector ChromaVector(MotionVector luma);
 
-// Prediction of macroblock (mbX, mbY) into luma[256] and chroma[2][64] (rows of 16
-// and 8). roundingControl: the picture's RND bit.
-void PredictMacroblock(const FramePlanes& reference, int mbX, int mbY, MotionVector vector, bool roundingControl,
-                       uint8_t* luma, uint8_t* cb, uint8_t* cr);
+// The reference luma at its four half-sample phases: the reference itself and the
+// bicubic interpolations half a sample to the right, below, and both, as a decoder
+// computes them with the picture's rounding control.
+class HalfSamplePlanes {
+ public:
+  // Once per size: the coded luma size.
+  void Allocate(int width, int height);
+  // Interpolates from reference (edges extended, must outlive this). The rows to fill
+  // are split into Bands() bands that may be built on different threads.
+  void Use(const Plane& reference, bool roundingControl);
+  int Bands() const;
+  void BuildBand(int band);
 
-// Luma only, for the motion search: 16x16 at the half-pel vector into out (stride 16).
-void PredictLuma(const Plane& reference, int mbX, int mbY, MotionVector vector, bool roundingControl, uint8_t* out);
+  // dx, dy: 0 or 1 half sample.
+  const Plane& Phase(int dx, int dy) const;
+  bool RoundingControl() const { return roundingControl_; }
+
+ private:
+  const Plane* reference_ = nullptr;
+  bool roundingControl_ = false;
+  Plane right_;
+  Plane below_;
+  Plane diagonal_;
+};
+
+// Luma 16x16 at the vector into out (stride 16).
+void PredictLuma(const HalfSamplePlanes& reference, int mbX, int mbY, MotionVector vector, uint8_t* out);
+
+// Prediction of macroblock (mbX, mbY) into luma[256] and chroma[2][64] (rows of 16
+// and 8). chroma: the reference's chroma planes.
+void PredictMacroblock(const HalfSamplePlanes& luma, const FramePlanes& reference, int mbX, int mbY,
+                       MotionVector vector, uint8_t* lumaOut, uint8_t* cb, uint8_t* cr);
 
 }  // namespace tessel::platform::wmv3

@@ -20,7 +20,8 @@ struct SearchBounds {
 
 SearchBounds BoundsFor(const SearchRequest& request) {
   int x = request.mbX * 16, y = request.mbY * 16;
-  int width = request.reference->Width(), height = request.reference->Height();
+  const Plane& plane = request.reference->Phase(0, 0);
+  int width = plane.Width(), height = plane.Height();
   int reachX = kRangeX / 4 - 2, reachY = kRangeY / 4 - 2;
   return {std::max(-16 - x, -reachX), std::min(width - 16 - x, reachX), std::max(-16 - y, -reachY),
           std::min(height - 16 - y, reachY)};
@@ -34,22 +35,17 @@ class Searcher {
         source_(request.source->At(request.mbX * 16, request.mbY * 16)) {}
 
   // Cost of the whole-sample vector (x, y), remembered when it is the best so far.
-  void TryInteger(int x, int y) {
+  // Cost of the half-sample vector (quarter units, even), remembered when it is the
+  // best so far.
+  void Try(MotionVector vector) {
+    int x = vector.x >> 2, y = vector.y >> 2;
     if (x < bounds_.minX || x > bounds_.maxX || y < bounds_.minY || y > bounds_.maxY) return;
-    MotionVector vector{4 * x, 4 * y};
-    const Plane& reference = *request_.reference;
-    int sad = Sad16(source_, request_.source->Stride(), reference.At(request_.mbX * 16 + x, request_.mbY * 16 + y),
-                    reference.Stride());
+    const Plane& phase = request_.reference->Phase((vector.x >> 1) & 1, (vector.y >> 1) & 1);
+    int sad = Sad16(source_, request_.source->Stride(), phase.At(request_.mbX * 16 + x, request_.mbY * 16 + y),
+                    phase.Stride());
     Consider(vector, sad);
   }
-
-  void TryHalf(MotionVector vector) {
-    int x = vector.x >> 2, y = vector.y >> 2;
-    if (x < bounds_.minX || x + 1 > bounds_.maxX + 1 || y < bounds_.minY || y + 1 > bounds_.maxY + 1) return;
-    uint8_t predicted[256];
-    PredictLuma(*request_.reference, request_.mbX, request_.mbY, vector, request_.roundingControl, predicted);
-    Consider(vector, Sad16(source_, request_.source->Stride(), predicted, 16));
-  }
+  void TryInteger(int x, int y) { Try({4 * x, 4 * y}); }
 
   const SearchResult& Best() const { return best_; }
 
@@ -124,7 +120,7 @@ SearchResult SearchMotion(const SearchRequest& request) {
   MotionVector whole = searcher.Best().vector;
   for (int dy = -2; dy <= 2; dy += 2)
     for (int dx = -2; dx <= 2; dx += 2)
-      if (dx || dy) searcher.TryHalf({whole.x + dx, whole.y + dy});
+      if (dx || dy) searcher.Try({whole.x + dx, whole.y + dy});
   return searcher.Best();
 }
 

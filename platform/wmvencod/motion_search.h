@@ -18,10 +18,9 @@ struct SearchResult {
 
 struct SearchRequest {
   const Plane* source = nullptr;     // the picture being coded
-  const Plane* reference = nullptr;  // with extended edges
+  const HalfSamplePlanes* reference = nullptr;
   int mbX = 0;
   int mbY = 0;
-  bool roundingControl = false;
   int lambda = 1;                    // cost of one bit of vector, in SAD units
   MotionVector expected;             // the likely predictor; rate is counted from it
   const MotionVector* candidates = nullptr;

@@ -62,6 +62,7 @@ struct PictureEncoder::RowCost {
 
 PictureEncoder::PictureEncoder(int macroblocksWide, int macroblocksHigh, RowPool& pool) : pool_(pool) {
   grid_.Resize(macroblocksWide, macroblocksHigh);
+  halfSamples_.Allocate(16 * macroblocksWide, 16 * macroblocksHigh);
   previousVectors_.assign(grid_.blocks.size(), MotionVector{});
 }
 
@@ -70,8 +71,12 @@ std::vector<uint8_t> PictureEncoder::Encode(const FramePlanes& source, const Fra
                                             FramePlanes& reconstruction) {
   bool pPicture = !choices.key;
   const Quantizer quantizer = choices.quantizer;
+  if (pPicture) {
+    halfSamples_.Use(reference->planes[0], roundingControl);
+    pool_.Run(halfSamples_.Bands(), [&](int band) { halfSamples_.BuildBand(band); });
+  }
   pool_.Run(grid_.height,
-            [&](int y) { AnalyseRow(y, source, pPicture ? reference : nullptr, roundingControl, quantizer, reconstruction); });
+            [&](int y) { AnalyseRow(y, source, pPicture ? reference : nullptr, quantizer, reconstruction); });
   pool_.Run(grid_.height, [&](int y) { CodeRow(y, pPicture, quantizer); });
   std::vector<RowCost> costs(grid_.height);
   pool_.Run(grid_.height, [&](int y) { costs[y] = CostRow(y, pPicture, quantizer); });
@@ -94,6 +99,10 @@ std::vector<uint8_t> PictureEncoder::Encode(const FramePlanes& source, const Fra
   BitWriter picture;
   WritePictureHeader(picture, choices);
   for (const BitWriter& row : rows) picture.Append(row);
+  // A decoder reading the skip bits of a P-picture in the macroblock layer wants more
+  // than one bit left before each macroblock; a last macroblock of one bit needs the
+  // padding bit.
+  picture.PutBit(false);
 
   if (pPicture) {
     for (size_t i = 0; i < grid_.blocks.size(); ++i) previousVectors_[i] = grid_.blocks[i].vector;
@@ -103,7 +112,7 @@ std::vector<uint8_t> PictureEncoder::Encode(const FramePlanes& source, const Fra
   return picture.Finish();
 }
 
-void PictureEncoder::AnalyseRow(int y, const FramePlanes& source, const FramePlanes* reference, bool roundingControl,
+void PictureEncoder::AnalyseRow(int y, const FramePlanes& source, const FramePlanes* reference,
                                 const Quantizer& quantizer, FramePlanes& reconstruction) {
   int lambda = std::max(1, quantizer.Step() / 2);
   for (int x = 0; x < grid_.width; ++x) {
@@ -115,10 +124,9 @@ void PictureEncoder::AnalyseRow(int y, const FramePlanes& source, const FramePla
     MotionVector candidates[2] = {left, previousVectors_[static_cast<size_t>(y) * grid_.width + x]};
     SearchRequest request;
     request.source = &source.planes[0];
-    request.reference = &reference->planes[0];
+    request.reference = &halfSamples_;
     request.mbX = x;
     request.mbY = y;
-    request.roundingControl = roundingControl;
     request.lambda = lambda;
     request.expected = left;
     request.candidates = candidates;
@@ -127,7 +135,7 @@ void PictureEncoder::AnalyseRow(int y, const FramePlanes& source, const FramePla
     if (IntraActivity(source.planes[0], x, y) + kIntraBias < found.sad)
       AnalyseIntra(x, y, source, true, quantizer, reconstruction);
     else
-      AnalyseInter(x, y, found.vector, source, *reference, roundingControl, quantizer, reconstruction);
+      AnalyseInter(x, y, found.vector, source, *reference, quantizer, reconstruction);
   }
 }
 
@@ -153,13 +161,13 @@ void PictureEncoder::AnalyseIntra(int x, int y, const FramePlanes& source, bool 
 }
 
 void PictureEncoder::AnalyseInter(int x, int y, MotionVector vector, const FramePlanes& source,
-                                  const FramePlanes& reference, bool roundingControl, const Quantizer& quantizer,
+                                  const FramePlanes& reference, const Quantizer& quantizer,
                                   FramePlanes& reconstruction) {
   Macroblock& mb = grid_.At(x, y);
   mb.intra = false;
   mb.vector = vector;
   uint8_t luma[256], cb[64], cr[64];
-  PredictMacroblock(reference, x, y, vector, roundingControl, luma, cb, cr);
+  PredictMacroblock(halfSamples_, reference, x, y, vector, luma, cb, cr);
   for (int block = 0; block < 6; ++block) {
     BlockPlace place = PlaceOf(x, y, block);
     const uint8_t* prediction = block < 4 ? luma + 8 * (block & 1) + 128 * (block >> 1) : (block == 4 ? cb : cr);

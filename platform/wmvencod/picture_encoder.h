@@ -28,18 +28,19 @@ class PictureEncoder {
 
  private:
   struct RowCost;
-  void AnalyseRow(int y, const FramePlanes& source, const FramePlanes* reference, bool roundingControl,
-                  const Quantizer& quantizer, FramePlanes& reconstruction);
+  void AnalyseRow(int y, const FramePlanes& source, const FramePlanes* reference, const Quantizer& quantizer,
+                  FramePlanes& reconstruction);
   void AnalyseIntra(int x, int y, const FramePlanes& source, bool pPicture, const Quantizer& quantizer,
                     FramePlanes& reconstruction);
   void AnalyseInter(int x, int y, MotionVector vector, const FramePlanes& source, const FramePlanes& reference,
-                    bool roundingControl, const Quantizer& quantizer, FramePlanes& reconstruction);
+                    const Quantizer& quantizer, FramePlanes& reconstruction);
   void CodeRow(int y, bool pPicture, const Quantizer& quantizer);
   RowCost CostRow(int y, bool pPicture, const Quantizer& quantizer) const;
   void ChooseTables(const std::vector<RowCost>& costs, PictureChoices& choices, EscapeLengths& escape,
                     int& firstEscapeRow) const;
 
   MacroblockGrid grid_;
+  HalfSamplePlanes halfSamples_;  // of the reference of the P-picture being coded
   std::vector<MotionVector> previousVectors_;  // the last P-picture's vectors, search candidates
   RowPool& pool_;
 };

@@ -106,11 +106,7 @@ void WritePictureHeader(BitWriter& writer, const PictureChoices& choices) {
   writer.Put(static_cast<uint32_t>(q.pq), 5);                    // PQINDEX
   if (q.pq <= 8) writer.PutBit(q.halfStep);                      // HALFQP
   if (!choices.key) {
-    // MVMODE: 1-MV half-pel bilinear, whose code depends on the quantiser.
-    if (q.pq > 12)
-      writer.PutBit(true);
-    else
-      writer.Put(0, 4);
+    writer.Put(1, 3);      // MVMODE: 1-MV half-pel bicubic
     writer.PutBit(false);  // skip plane: not inverted,
     writer.Put(0, 4);      // raw: one bit in each macroblock
     writer.Put(static_cast<uint32_t>(choices.mvTable), 2);

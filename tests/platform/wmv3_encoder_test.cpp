@@ -21,7 +21,7 @@ using platform::Wmv3Encoder;
 using platform::Wmv3EncoderSettings;
 using platform::Wmv3Picture;
 
-enum class Clip { kPattern, kNoise, kStill, kPan };
+enum class Clip { kPattern, kNoise, kStill, kPan, kObject };
 
 // A 4:2:0 picture with packed planes.
 struct Yuv {
@@ -46,10 +46,10 @@ struct Yuv {
   }
 };
 
-// A smooth texture with some detail, sampled at any integer position.
-uint8_t Texture(int x, int y, int plane) {
+// A smooth texture with some detail, sampled at any position.
+uint8_t Texture(double x, double y, int plane) {
   double v = 128 + 60 * std::sin(x * 0.11 + plane) * std::cos(y * 0.07) + 30 * std::sin((x + 2 * y) * 0.31) +
-             ((x * 7 + y * 13) % 17) - 8;
+             12 * std::sin(x * 1.3) * std::sin(y * 0.9);
   return static_cast<uint8_t>(std::clamp(static_cast<int>(v), 0, 255));
 }
 
@@ -71,9 +71,16 @@ Yuv MakePicture(Clip clip, int width, int height, int index, std::mt19937& rando
             sample = Texture(x * scale, y * scale, p);
             break;
           case Clip::kPan:
-            // Moves 3 samples right and 1 down per picture in luma.
-            sample = Texture(x * scale + 3 * index, y * scale + index, p);
+            // Moves 2.5 samples right and half a sample down per picture in luma.
+            sample = Texture(x * scale + 2.5 * index, y * scale + 0.5 * index, p);
             break;
+          case Clip::kObject: {
+            // A 24x24 square moving 1.5 samples right and down per picture over a still.
+            double ox = x * scale - 8 - 1.5 * index, oy = y * scale - 4 - 1.5 * index;
+            bool inside = ox >= 0 && ox < 24 && oy >= 0 && oy < 24;
+            sample = inside ? Texture(3 * ox + 100, 2 * oy, p) : Texture(x * scale, y * scale, p);
+            break;
+          }
         }
       }
     }
@@ -159,6 +166,8 @@ const ClipCase kClipCases[] = {
     {"pan_ip_step6_odd_size", Clip::kPan, 75, 53, 8, 8, 6, 0, true, 30},
     {"pan_ip_step30", Clip::kPan, 96, 64, 8, 4, 30, 0, false, 24},
     {"pan_smallest", Clip::kPan, 16, 16, 6, 6, 8, 0, true, 25},
+    {"pan_ip_step62", Clip::kPan, 64, 64, 6, 6, 62, 0, true, 15},
+    {"object_ip_step12", Clip::kObject, 80, 48, 8, 8, 12, 0, true, 28},
     {"pan_ip_rate", Clip::kPan, 112, 80, 10, 5, 0, 400000, true, 25},
     {"noise_ip_rate_tall", Clip::kNoise, 17, 70, 6, 3, 0, 200000, false, 5},
 };
