@@ -59,24 +59,26 @@ void HalfSamplePlanes::BuildBand(int band) {
   int last = std::min(first + kBandRows, s.Height() + kMargin);
   int left = -kMargin, right = s.Width() + kMargin;
   ptrdiff_t stride = s.Stride();
-  // The vertical pass of the diagonal phase, before its horizontal pass (pictures are at
-  // most 4096 samples wide).
-  int16_t vertical[4096 + 2 * kMargin + 3];
+  // Vertical taps of each column, then the vertical pass of the diagonal phase (pictures
+  // are at most 4096 samples wide); loops without branches so that they vectorise.
+  constexpr int kSpan = 4096 + 2 * kMargin + 3;
+  int16_t taps[kSpan];
+  int16_t vertical[kSpan];
+  int span = right - left + 3;
   for (int y = first; y < last; ++y) {
-    const uint8_t* row = s.At(0, y);
-    uint8_t* r = right_.At(0, y);
-    uint8_t* b = below_.At(0, y);
-    uint8_t* d = diagonal_.At(0, y);
-    for (int x = left - 1; x < right + 2; ++x) {
-      int taps = Taps(row[x - stride], row[x], row[x + stride], row[x + 2 * stride]);
-      vertical[x - left + 1] = static_cast<int16_t>((taps + rnd) >> 1);
-      if (x >= left && x < right) b[x] = Clip((taps + 7 + rnd) >> 4);
-    }
-    for (int x = left; x < right; ++x) {
-      r[x] = Clip((Taps(row[x - 1], row[x], row[x + 1], row[x + 2]) + 8 - rnd) >> 4);
-      const int16_t* t = vertical + (x - left + 1);
-      d[x] = Clip((Taps(t[-1], t[0], t[1], t[2]) + 64 - rnd) >> 7);
-    }
+    const uint8_t* column = s.At(left - 1, y);
+    for (int i = 0; i < span; ++i)
+      taps[i] = static_cast<int16_t>(Taps(column[i - stride], column[i], column[i + stride], column[i + 2 * stride]));
+    for (int i = 0; i < span; ++i) vertical[i] = static_cast<int16_t>((taps[i] + rnd) >> 1);
+    const uint8_t* row = s.At(left, y);
+    uint8_t* r = right_.At(left, y);
+    uint8_t* b = below_.At(left, y);
+    uint8_t* d = diagonal_.At(left, y);
+    int width = right - left;
+    for (int x = 0; x < width; ++x) b[x] = Clip((taps[x + 1] + 7 + rnd) >> 4);
+    for (int x = 0; x < width; ++x) r[x] = Clip((Taps(row[x - 1], row[x], row[x + 1], row[x + 2]) + 8 - rnd) >> 4);
+    for (int x = 0; x < width; ++x)
+      d[x] = Clip((Taps(vertical[x], vertical[x + 1], vertical[x + 2], vertical[x + 3]) + 64 - rnd) >> 7);
   }
 }
 

@@ -4,7 +4,7 @@
 
 namespace tessel::platform_test {
 
-Wmv3Decoder::Wmv3Decoder(const std::array<uint8_t, 4>& sequenceHeader, int width, int height)
+Wmv3Decoder::Wmv3Decoder(const std::array<uint8_t, 4>& sequenceHeader, int width, int height, bool bitExact)
     : packet_(av_packet_alloc()), frame_(av_frame_alloc()) {
   const AVCodec* codec = avcodec_find_decoder(AV_CODEC_ID_WMV3);
   platform::CodecContextPtr context(avcodec_alloc_context3(codec));
@@ -12,7 +12,7 @@ Wmv3Decoder::Wmv3Decoder(const std::array<uint8_t, 4>& sequenceHeader, int width
   context->width = width;
   context->height = height;
   context->thread_count = 1;
-  context->flags |= AV_CODEC_FLAG_BITEXACT;
+  if (bitExact) context->flags |= AV_CODEC_FLAG_BITEXACT;
   context->extradata = static_cast<uint8_t*>(av_mallocz(sequenceHeader.size() + AV_INPUT_BUFFER_PADDING_SIZE));
   if (!context->extradata) return;
   std::memcpy(context->extradata, sequenceHeader.data(), sequenceHeader.size());

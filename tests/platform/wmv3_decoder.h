@@ -1,6 +1,6 @@
 // FFmpeg's wmv3 decoder, the oracle of the WMV3 encoder tests: the 4-byte sequence
-// header as extradata, each compressed frame as one packet, bit-exact decoding on one
-// thread.
+// header as extradata, each compressed frame as one packet, on one thread, with its
+// default (optimised) routines or, bitExact, the reference ones.
 #pragma once
 
 #include <array>
@@ -21,7 +21,7 @@ struct DecodedPicture {
 
 class Wmv3Decoder {
  public:
-  Wmv3Decoder(const std::array<uint8_t, 4>& sequenceHeader, int width, int height);
+  Wmv3Decoder(const std::array<uint8_t, 4>& sequenceHeader, int width, int height, bool bitExact);
   bool IsOpen() const { return context_ != nullptr; }
   // Decodes one frame; false when the decoder refuses it or shows no picture.
   bool Decode(const std::vector<uint8_t>& frame, bool keyFrame, DecodedPicture* picture);

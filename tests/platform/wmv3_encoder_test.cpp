@@ -21,7 +21,7 @@ using platform::Wmv3Encoder;
 using platform::Wmv3EncoderSettings;
 using platform::Wmv3Picture;
 
-enum class Clip { kPattern, kNoise, kStill, kPan, kObject };
+enum class Clip { kPattern, kNoise, kStill, kPan, kObject, kBars };
 
 // A 4:2:0 picture with packed planes.
 struct Yuv {
@@ -73,6 +73,10 @@ Yuv MakePicture(Clip clip, int width, int height, int index, std::mt19937& rando
           case Clip::kPan:
             // Moves 2.5 samples right and half a sample down per picture in luma.
             sample = Texture(x * scale + 2.5 * index, y * scale + 0.5 * index, p);
+            break;
+          case Clip::kBars:
+            // Black and white bars 5 samples wide, moving half a sample per picture.
+            sample = static_cast<uint8_t>((2 * x * scale + index) / 10 % 2 ? 255 : 0);
             break;
           case Clip::kObject: {
             // A 24x24 square moving 1.5 samples right and down per picture over a still.
@@ -168,6 +172,7 @@ const ClipCase kClipCases[] = {
     {"pan_smallest", Clip::kPan, 16, 16, 6, 6, 8, 0, true, 25},
     {"pan_ip_step62", Clip::kPan, 64, 64, 6, 6, 62, 0, true, 15},
     {"object_ip_step12", Clip::kObject, 80, 48, 8, 8, 12, 0, true, 28},
+    {"bars_ip_step4", Clip::kBars, 48, 48, 6, 6, 4, 0, true, 25},
     {"pan_ip_rate", Clip::kPan, 112, 80, 10, 5, 0, 400000, true, 25},
     {"noise_ip_rate_tall", Clip::kNoise, 17, 70, 6, 3, 0, 200000, false, 5},
 };
@@ -187,21 +192,24 @@ TEST_P(Wmv3ClipTest, DecoderShowsTheReconstruction) {
   Encoded encoded = EncodeClip(settings, clip);
   ASSERT_EQ(encoded.frames.size(), clip.size());
 
-  Wmv3Decoder decoder(encoded.header, c.width, c.height);
-  ASSERT_TRUE(decoder.IsOpen());
-  for (size_t i = 0; i < clip.size(); ++i) {
-    SCOPED_TRACE("picture " + std::to_string(i));
-    DecodedPicture decoded;
-    ASSERT_TRUE(decoder.Decode(encoded.frames[i], encoded.keys[i], &decoded));
-    ASSERT_EQ(decoded.width, c.width);
-    ASSERT_EQ(decoded.height, c.height);
-    EXPECT_EQ(decoded.key, encoded.keys[i]);
-    Yuv shown(c.width, c.height);
-    for (int p = 0; p < 3; ++p) shown.planes[p] = decoded.planes[p];
-    for (int p = 0; p < 3; ++p)
-      ASSERT_EQ(FirstDifference(shown, encoded.reconstructions[i], p), "") << "plane " << p;
-    EXPECT_GE(PlanePsnr(encoded.reconstructions[i], clip[i], 0), c.minPsnr);
+  for (bool bitExact : {false, true}) {
+    SCOPED_TRACE(bitExact ? "bit-exact decoder" : "default decoder");
+    Wmv3Decoder decoder(encoded.header, c.width, c.height, bitExact);
+    ASSERT_TRUE(decoder.IsOpen());
+    for (size_t i = 0; i < clip.size(); ++i) {
+      SCOPED_TRACE("picture " + std::to_string(i));
+      DecodedPicture decoded;
+      ASSERT_TRUE(decoder.Decode(encoded.frames[i], encoded.keys[i], &decoded));
+      ASSERT_EQ(decoded.width, c.width);
+      ASSERT_EQ(decoded.height, c.height);
+      EXPECT_EQ(decoded.key, encoded.keys[i]);
+      Yuv shown(c.width, c.height);
+      for (int p = 0; p < 3; ++p) shown.planes[p] = decoded.planes[p];
+      for (int p = 0; p < 3; ++p)
+        ASSERT_EQ(FirstDifference(shown, encoded.reconstructions[i], p), "") << "plane " << p;
+    }
   }
+  for (size_t i = 0; i < clip.size(); ++i) EXPECT_GE(PlanePsnr(encoded.reconstructions[i], clip[i], 0), c.minPsnr);
 }
 
 INSTANTIATE_TEST_SUITE_P(Clips, Wmv3ClipTest, ::testing::ValuesIn(kClipCases),
