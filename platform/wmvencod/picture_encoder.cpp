@@ -6,6 +6,7 @@
 #include "wmvencod/intra_prediction.h"
 #include "wmvencod/motion_search.h"
 #include "wmvencod/mv_prediction.h"
+#include "wmvencod/skip_plane.h"
 #include "wmvencod/transform.h"
 #include "wmvencod/vc1_tables.h"
 
@@ -84,6 +85,12 @@ std::vector<uint8_t> PictureEncoder::Encode(const FramePlanes& source, const Fra
   EscapeLengths escape;
   int firstEscapeRow = grid_.height;
   ChooseTables(costs, choices, escape, firstEscapeRow);
+  BitWriter skipPlane;
+  if (pPicture) {
+    std::vector<uint8_t> skipped(grid_.codes.size());
+    for (size_t i = 0; i < skipped.size(); ++i) skipped[i] = grid_.codes[i].skipped;
+    choices.skipBitsInMacroblocks = WriteSkipPlane(skipPlane, skipped, grid_.width, grid_.height);
+  }
 
   std::vector<BitWriter> rows(grid_.height);
   pool_.Run(grid_.height, [&](int y) {
@@ -97,11 +104,10 @@ std::vector<uint8_t> PictureEncoder::Encode(const FramePlanes& source, const Fra
     }
   });
   BitWriter picture;
-  WritePictureHeader(picture, choices);
+  WritePictureHeader(picture, choices, skipPlane);
   for (const BitWriter& row : rows) picture.Append(row);
-  // A decoder reading the skip bits of a P-picture in the macroblock layer wants more
-  // than one bit left before each macroblock; a last macroblock of one bit needs the
-  // padding bit.
+  // A decoder reading raw skip bits in the macroblock layer wants more than one bit
+  // left before each macroblock; a last macroblock of one bit needs the padding bit.
   picture.PutBit(false);
 
   if (pPicture) {

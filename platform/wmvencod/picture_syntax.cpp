@@ -98,7 +98,7 @@ CodingSets CodingSetsFor(int tableIndex, const Quantizer& quantizer) {
   }
 }
 
-void WritePictureHeader(BitWriter& writer, const PictureChoices& choices) {
+void WritePictureHeader(BitWriter& writer, const PictureChoices& choices, const BitWriter& skipPlane) {
   const Quantizer& q = choices.quantizer;
   writer.Put(static_cast<uint32_t>(choices.frameCount & 3), 2);  // FRMCNT
   writer.PutBit(!choices.key);                                   // PTYPE
@@ -107,8 +107,7 @@ void WritePictureHeader(BitWriter& writer, const PictureChoices& choices) {
   if (q.pq <= 8) writer.PutBit(q.halfStep);                      // HALFQP
   if (!choices.key) {
     writer.Put(1, 3);      // MVMODE: 1-MV half-pel bicubic
-    writer.PutBit(false);  // skip plane: not inverted,
-    writer.Put(0, 4);      // raw: one bit in each macroblock
+    writer.Append(skipPlane);
     writer.Put(static_cast<uint32_t>(choices.mvTable), 2);
     writer.Put(static_cast<uint32_t>(choices.cbpTable), 2);
   }
@@ -145,7 +144,7 @@ void WriteInterPictureMacroblock(BitWriter& writer, const MacroblockGrid& grid, 
                                  const PictureChoices& choices, EscapeLengths& escape) {
   const Macroblock& mb = grid.At(x, y);
   const MacroblockCode& code = grid.CodeAt(x, y);
-  writer.PutBit(code.skipped);
+  if (choices.skipBitsInMacroblocks) writer.PutBit(code.skipped);
   if (code.skipped) {
     if (code.hybridBit >= 0) writer.PutBit(code.hybridBit != 0);
     return;

@@ -33,6 +33,7 @@ struct PictureChoices {
   int dcTable = 0;
   int mvTable = 0;        // P-pictures
   int cbpTable = 0;       // P-pictures
+  bool skipBitsInMacroblocks = true;  // P-pictures: the skip plane is raw
 };
 
 // The intra and inter coding sets of a picture's AC table index.
@@ -42,7 +43,8 @@ struct CodingSets {
 };
 CodingSets CodingSetsFor(int tableIndex, const Quantizer& quantizer);
 
-void WritePictureHeader(BitWriter& writer, const PictureChoices& choices);
+// skipPlane: the coded skip bitplane of a P-picture (see WriteSkipPlane).
+void WritePictureHeader(BitWriter& writer, const PictureChoices& choices, const BitWriter& skipPlane);
 
 // Bits of one DC differential with the given table.
 int DcBits(int dcTable, bool luma, int differential, const Quantizer& quantizer);

@@ -13,7 +13,7 @@ namespace {
 // Rounding offsets in steps: intra levels round closer to nearest than inter levels,
 // whose small values cost more bits than they win.
 constexpr float kIntraRounding = 0.42f;
-constexpr float kInterRounding = 0.30f;
+constexpr float kInterRounding = 0.18f;
 
 const std::array<float, 64>& Scales() {
   static const std::array<float, 64> scales = [] {

@@ -21,7 +21,7 @@ using platform::Wmv3Encoder;
 using platform::Wmv3EncoderSettings;
 using platform::Wmv3Picture;
 
-enum class Clip { kPattern, kNoise, kStill, kPan, kObject, kBars };
+enum class Clip { kPattern, kNoise, kStill, kPan, kObject, kBars, kChecker };
 
 // A 4:2:0 picture with packed planes.
 struct Yuv {
@@ -77,6 +77,11 @@ Yuv MakePicture(Clip clip, int width, int height, int index, std::mt19937& rando
           case Clip::kBars:
             // Black and white bars 5 samples wide, moving half a sample per picture.
             sample = static_cast<uint8_t>((2 * x * scale + index) / 10 % 2 ? 255 : 0);
+            break;
+          case Clip::kChecker:
+            // Still macroblocks next to noisy ones, like the squares of a chess board: a
+            // skip pattern that no bitplane mode codes better than one bit each.
+            sample = (x * scale / 16 + y * scale / 16) % 2 ? static_cast<uint8_t>(random()) : Texture(x, y, p);
             break;
           case Clip::kObject: {
             // A 24x24 square moving 1.5 samples right and down per picture over a still.
@@ -173,6 +178,7 @@ const ClipCase kClipCases[] = {
     {"pan_ip_step62", Clip::kPan, 64, 64, 6, 6, 62, 0, true, 15},
     {"object_ip_step12", Clip::kObject, 80, 48, 8, 8, 12, 0, true, 28},
     {"bars_ip_step4", Clip::kBars, 48, 48, 6, 6, 4, 0, true, 25},
+    {"checker_ip_step8", Clip::kChecker, 64, 48, 4, 4, 8, 0, true, 25},
     {"pan_ip_rate", Clip::kPan, 112, 80, 10, 5, 0, 400000, true, 25},
     {"noise_ip_rate_tall", Clip::kNoise, 17, 70, 6, 3, 0, 200000, false, 5},
 };
