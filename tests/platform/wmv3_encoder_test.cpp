@@ -179,6 +179,12 @@ const ClipCase kClipCases[] = {
     {"object_ip_step12", Clip::kObject, 80, 48, 8, 8, 12, 0, true, 28},
     {"bars_ip_step4", Clip::kBars, 48, 48, 6, 6, 4, 0, true, 25},
     {"checker_ip_step8", Clip::kChecker, 64, 48, 4, 4, 8, 0, true, 25},
+    // Large levels beyond the code tables: fixed-length escapes with the 3-bit and the
+    // unary size header, and levels of more than 7 bits.
+    {"noise_iframes_step2", Clip::kNoise, 32, 32, 2, 1, 2, 0, true, 30},
+    {"bars_ip_step2", Clip::kBars, 32, 32, 3, 3, 2, 0, false, 30},
+    // The widest picture the encoder takes.
+    {"pan_widest", Clip::kPan, 4096, 32, 3, 3, 10, 0, true, 25},
     {"pan_ip_rate", Clip::kPan, 112, 80, 10, 5, 0, 400000, true, 25},
     {"noise_ip_rate_tall", Clip::kNoise, 17, 70, 6, 3, 0, 200000, false, 5},
 };
@@ -220,6 +226,13 @@ TEST_P(Wmv3ClipTest, DecoderShowsTheReconstruction) {
 
 INSTANTIATE_TEST_SUITE_P(Clips, Wmv3ClipTest, ::testing::ValuesIn(kClipCases),
                          [](const auto& info) { return std::string(info.param.name); });
+
+// Encodes the clip and returns all frames' bytes in one vector.
+std::vector<uint8_t> AllBytes(const Encoded& encoded) {
+  std::vector<uint8_t> bytes;
+  for (const auto& frame : encoded.frames) bytes.insert(bytes.end(), frame.begin(), frame.end());
+  return bytes;
+}
 
 Wmv3EncoderSettings PanSettings(int width, int height) {
   Wmv3EncoderSettings settings;
@@ -263,6 +276,58 @@ TEST(Wmv3EncoderTest, RateControlHoldsTheBitRate) {
     for (const auto& frame : encoded.frames) bytes += frame.size();
     double reached = static_cast<double>(bytes) * 8 * settings.rateNum / settings.rateDen / kFrames;
     EXPECT_NEAR(reached / static_cast<double>(bitRate), 1.0, 0.10);
+  }
+}
+
+TEST(Wmv3EncoderTest, StreamDoesNotDependOnTheThreadCount) {
+  // Rows are analysed, coded and written on the pool's threads in any order; the bits
+  // must come out the same, escape size announcement included.
+  std::vector<Yuv> clip = MakeClip(Clip::kObject, 96, 80, 5);
+  std::vector<uint8_t> reference;
+  for (int threads : {1, 2, 5}) {
+    SCOPED_TRACE(std::to_string(threads) + " threads");
+    Wmv3EncoderSettings settings = PanSettings(96, 80);
+    settings.threads = threads;
+    settings.bitRate = 300000;
+    std::vector<uint8_t> bytes = AllBytes(EncodeClip(settings, clip));
+    if (reference.empty())
+      reference = bytes;
+    else
+      EXPECT_EQ(bytes, reference);
+  }
+}
+
+TEST(Wmv3EncoderTest, ReadsPlanesThroughTheirStrides) {
+  // The same pictures with padded rows, and bottom-up (last row first, negative
+  // stride), code to the same stream as packed ones.
+  const int kWidth = 40, kHeight = 24;
+  std::vector<Yuv> clip = MakeClip(Clip::kPan, kWidth, kHeight, 3);
+  Wmv3EncoderSettings settings = PanSettings(kWidth, kHeight);
+  std::vector<uint8_t> packed = AllBytes(EncodeClip(settings, clip));
+  for (int layout = 0; layout < 2; ++layout) {
+    SCOPED_TRACE(layout == 0 ? "padded rows" : "bottom-up rows");
+    std::unique_ptr<Wmv3Encoder> encoder;
+    ASSERT_EQ(Wmv3Encoder::Create(settings, &encoder), S_OK);
+    std::vector<uint8_t> bytes;
+    for (const Yuv& picture : clip) {
+      std::vector<uint8_t> storage[3];
+      Wmv3Picture view;
+      for (int p = 0; p < 3; ++p) {
+        int w = picture.PlaneWidth(p), h = picture.PlaneHeight(p), stride = w + 13;
+        storage[p].assign(static_cast<size_t>(stride) * h, 0xEE);
+        for (int y = 0; y < h; ++y) {
+          int row = layout == 0 ? y : h - 1 - y;
+          std::memcpy(&storage[p][static_cast<size_t>(row) * stride], &picture.planes[p][static_cast<size_t>(y) * w], w);
+        }
+        view.planes[p] = layout == 0 ? storage[p].data() : &storage[p][static_cast<size_t>(h - 1) * stride];
+        view.strides[p] = layout == 0 ? stride : -stride;
+      }
+      std::vector<uint8_t> frame;
+      bool key = false;
+      ASSERT_EQ(encoder->Encode(view, &frame, &key), S_OK);
+      bytes.insert(bytes.end(), frame.begin(), frame.end());
+    }
+    EXPECT_EQ(bytes, packed);
   }
 }
 
