@@ -86,6 +86,19 @@ int EdgeCost(const int16_t* values, Direction direction, const int16_t* predicto
   return cost;
 }
 
+// Whether every predicted difference stays within the levels an escape can carry.
+bool PredictionFits(const Macroblock& mb, const DcPrediction* predictions, int maxLevel) {
+  for (int block = 0; block < 6; ++block) {
+    const DcPrediction& p = predictions[block];
+    if (!p.useAc || !p.source) continue;
+    for (int k = 1; k < 8; ++k) {
+      int position = EdgePosition(p.direction, k);
+      if (std::abs(mb.levels[block][position] - p.source[position]) > maxLevel) return false;
+    }
+  }
+  return true;
+}
+
 bool HasAc(const int16_t* coded) {
   for (int i = 1; i < 64; ++i)
     if (coded[i]) return true;
@@ -106,7 +119,7 @@ void PredictIntraMacroblock(MacroblockGrid& grid, int x, int y, const Quantizer&
     without += EdgeCost(mb.levels[block], p.direction, nullptr);
     withPrediction += p.useAc ? EdgeCost(mb.levels[block], p.direction, p.source) : EdgeCost(mb.levels[block], p.direction, nullptr);
   }
-  code.acPrediction = withPrediction < without;
+  code.acPrediction = withPrediction < without && PredictionFits(mb, predictions, quantizer.MaxLevel());
   code.codedBlocks = 0;
   for (int block = 0; block < 6; ++block) {
     const DcPrediction& p = predictions[block];

@@ -20,6 +20,18 @@ class FlagPlane {
   bool At(int x, int y) const { return (flags_[static_cast<size_t>(y) * width_ + x] != 0) != invert_; }
   bool AtIndex(int i) const { return (flags_[static_cast<size_t>(i)] != 0) != invert_; }
 
+  // Row-skip and column-skip: per line a bit whether any flag is set, then its flags.
+  template <typename FlagAt, typename Put>
+  static void CodeLines(int lines, int length, FlagAt at, Put& put) {
+    for (int line = 0; line < lines; ++line) {
+      bool any = false;
+      for (int i = 0; i < length; ++i) any |= at(line, i);
+      put(any, 1);
+      if (any)
+        for (int i = 0; i < length; ++i) put(at(line, i), 1);
+    }
+  }
+
   // Writes the plane in mode (not raw) to writer, or only counts when writer is null.
   int Code(Mode mode, BitWriter* writer) const {
     int bits = 0;
@@ -32,26 +44,17 @@ class FlagPlane {
       case Mode::kNorm2: {
         int i = 0;
         if (count & 1) put(AtIndex(i++), 1);
-        for (; i < count; i += 2) put(kPairCodes[AtIndex(i) | AtIndex(i + 1) << 1].code, kPairCodes[AtIndex(i) | AtIndex(i + 1) << 1].length);
+        for (; i < count; i += 2) {
+          const VlcCode& pair = kPairCodes[AtIndex(i) | AtIndex(i + 1) << 1];
+          put(pair.code, pair.length);
+        }
         break;
       }
       case Mode::kRowSkip:
-        for (int y = 0; y < height_; ++y) {
-          bool any = false;
-          for (int x = 0; x < width_; ++x) any |= At(x, y);
-          put(any, 1);
-          if (any)
-            for (int x = 0; x < width_; ++x) put(At(x, y), 1);
-        }
+        CodeLines(height_, width_, [&](int line, int i) { return At(i, line); }, put);
         break;
       case Mode::kColumnSkip:
-        for (int x = 0; x < width_; ++x) {
-          bool any = false;
-          for (int y = 0; y < height_; ++y) any |= At(x, y);
-          put(any, 1);
-          if (any)
-            for (int y = 0; y < height_; ++y) put(At(x, y), 1);
-        }
+        CodeLines(width_, height_, [&](int line, int i) { return At(line, i); }, put);
         break;
       case Mode::kRaw:
         break;
