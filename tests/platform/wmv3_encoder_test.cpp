@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <ostream>
 #include <random>
 #include <string>
 
@@ -188,6 +189,8 @@ const ClipCase kClipCases[] = {
     {"pan_ip_rate", Clip::kPan, 112, 80, 10, 5, 0, 400000, true, 25},
     {"noise_ip_rate_tall", Clip::kNoise, 17, 70, 6, 3, 0, 200000, false, 5},
 };
+
+void PrintTo(const ClipCase& c, std::ostream* out) { *out << c.name; }
 
 class Wmv3ClipTest : public ::testing::TestWithParam<ClipCase> {};
 
