@@ -183,10 +183,11 @@ void PictureEncoder::AnalyseInter(int x, int y, MotionVector vector, const Frame
     LoadBlock(source.planes[place.plane], place.x, place.y, residual);
     for (int i = 0; i < 64; ++i) residual[i] = static_cast<int16_t>(residual[i] - prediction[(i >> 3) * predictionStride + (i & 7)]);
     ForwardTransform8x8(residual, coefficients);
-    if (QuantizeInter(coefficients, quantizer, mb.levels[block])) {
+    if (QuantizeInter(coefficients, quantizer, mb.levels[block]) && WorthCoding(mb.levels[block])) {
       DequantizeInter(mb.levels[block], quantizer, residual);
       InverseTransform8x8(residual);
     } else {
+      std::memset(mb.levels[block], 0, sizeof(mb.levels[block]));
       std::memset(residual, 0, sizeof(residual));
     }
     StoreBlock(residual, prediction, predictionStride, 0, reconstruction.planes[place.plane], place.x, place.y);

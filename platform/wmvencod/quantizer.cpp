@@ -30,7 +30,27 @@ int16_t Level(int32_t coefficient, float scale, float rounding, int maxLevel) {
   return static_cast<int16_t>(coefficient < 0 ? -level : level);
 }
 
+// How much a level of one is worth by the zeros before it on the scan; larger levels
+// always are.
+constexpr int kOneScore[6] = {3, 2, 2, 1, 1, 1};
+constexpr int kWorthThreshold = 6;
+
 }  // namespace
+
+bool WorthCoding(const int16_t* levels) {
+  const uint8_t* scan = kZigzag[kScanInter];
+  int score = 0, run = 0;
+  for (int i = 0; i < 64 && score < kWorthThreshold; ++i) {
+    int level = levels[scan[i]];
+    if (level == 0) {
+      ++run;
+      continue;
+    }
+    score += std::abs(level) > 1 ? kWorthThreshold : (run < 6 ? kOneScore[run] : 0);
+    run = 0;
+  }
+  return score >= kWorthThreshold;
+}
 
 int Quantizer::DcScale() const { return kDcScale[pq]; }
 

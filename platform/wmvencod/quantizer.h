@@ -24,6 +24,11 @@ void QuantizeIntra(const int32_t* coefficients, const Quantizer& quantizer, int1
 // Returns whether any level is nonzero.
 bool QuantizeInter(const int32_t* coefficients, const Quantizer& quantizer, int16_t* levels);
 
+// Whether an inter block's levels are worth their bits: a block holding only a few
+// ones, far apart along the inter scan, restores less than it costs and is better
+// left uncoded.
+bool WorthCoding(const int16_t* levels);
+
 // Levels to the coefficients the inverse transform takes.
 void DequantizeIntra(const int16_t* levels, const Quantizer& quantizer, int16_t* coefficients);
 void DequantizeInter(const int16_t* levels, const Quantizer& quantizer, int16_t* coefficients);
