@@ -2,9 +2,9 @@
 // first code of the last-coefficient half, and the run and level offsets of escape
 // modes 1 and 2.
 //
-// Transcribed from the code tables of SMPTE 421M (VC-1) (AC coding set tables), as tabulated in
-// FFmpeg 5.1's libavcodec (vc1.c, vc1acdata.h, vc1data.c). Facts of the published standard: the numbers
-// are the standard's, the layout is ours.
+// Transcribed from the AC coding set tables of SMPTE 421M (VC-1), as tabulated in
+// FFmpeg 5.1's libavcodec (vc1.c, vc1acdata.h, vc1data.c). Facts of the published
+// standard: the numbers are the standard's, the layout is ours.
 #include "wmvencod/vc1_tables.h"
 
 namespace tessel::platform::wmv3 {

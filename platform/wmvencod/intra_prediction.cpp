@@ -34,7 +34,7 @@ enum class Direction { kLeft, kTop };
 struct DcPrediction {
   int predictor = 0;
   Direction direction = Direction::kLeft;
-  bool useAc = true;          // AC prediction can apply to this block
+  bool useAc = true;                // AC prediction can apply to this block
   const int16_t* source = nullptr;  // the predicting block's levels, null for zeros
 };
 
@@ -117,7 +117,7 @@ void PredictIntraMacroblock(MacroblockGrid& grid, int x, int y, const Quantizer&
     p = pPicture ? PredictPPicture(grid, x, y, block) : PredictIPicture(grid, x, y, block, quantizer.DcScale());
     code.dcDifferential[block] = static_cast<int16_t>(mb.levels[block][0] - p.predictor);
     without += EdgeCost(mb.levels[block], p.direction, nullptr);
-    withPrediction += p.useAc ? EdgeCost(mb.levels[block], p.direction, p.source) : EdgeCost(mb.levels[block], p.direction, nullptr);
+    withPrediction += EdgeCost(mb.levels[block], p.direction, p.useAc ? p.source : nullptr);
   }
   code.acPrediction = withPrediction < without && PredictionFits(mb, predictions, quantizer.MaxLevel());
   code.codedBlocks = 0;

@@ -23,20 +23,20 @@ struct Macroblock {
 struct MacroblockCode {
   // Intra macroblocks.
   bool acPrediction = false;
-  uint8_t scan[6] = {};           // index into kZigzag per block
+  uint8_t scan[6] = {};  // index into kZigzag per block
   int16_t dcDifferential[6] = {};
-  int16_t coded[6][64];           // the levels, first row or column as differences under AC prediction
+  int16_t coded[6][64];  // the levels, first row or column as differences under AC prediction
   // Both: bit per block with coefficients to code (intra: AC only).
   uint8_t codedBlocks = 0;
   // Inter macroblocks.
   bool skipped = false;
-  int hybridBit = -1;             // -1 when the picture has no bit for this macroblock
-  MotionVector differential;      // in half samples, wrapped into the vector range
+  int hybridBit = -1;         // -1 when the picture has no bit for this macroblock
+  MotionVector differential;  // in half samples, wrapped into the vector range
 };
 
 // The macroblocks of one picture, row by row.
 struct MacroblockGrid {
-  int width = 0;   // in macroblocks
+  int width = 0;  // in macroblocks
   int height = 0;
   std::vector<Macroblock> blocks;
   std::vector<MacroblockCode> codes;

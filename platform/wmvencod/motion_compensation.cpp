@@ -24,7 +24,8 @@ void Bilinear8(const uint8_t* source, ptrdiff_t stride, int fx, int fy, bool rou
     const uint8_t* row = source + y * stride;
     const uint8_t* below = row + stride;
     for (int x = 0; x < 8; ++x)
-      out[8 * y + x] = static_cast<uint8_t>((a * row[x] + b * row[x + 1] + c * below[x] + d * below[x + 1] + round) >> 6);
+      out[8 * y + x] =
+          static_cast<uint8_t>((a * row[x] + b * row[x + 1] + c * below[x] + d * below[x + 1] + round) >> 6);
   }
 }
 

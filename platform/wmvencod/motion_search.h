@@ -17,12 +17,12 @@ struct SearchResult {
 };
 
 struct SearchRequest {
-  const Plane* source = nullptr;     // the picture being coded
+  const Plane* source = nullptr;  // the picture being coded
   const HalfSamplePlanes* reference = nullptr;
   int mbX = 0;
   int mbY = 0;
-  int lambda = 1;                    // cost of one bit of vector, in SAD units
-  MotionVector expected;             // the likely predictor; rate is counted from it
+  int lambda = 1;         // cost of one bit of vector, in SAD units
+  MotionVector expected;  // the likely predictor; rate is counted from it
   const MotionVector* candidates = nullptr;
   int candidateCount = 0;
 };

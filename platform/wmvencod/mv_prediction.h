@@ -15,8 +15,8 @@ inline constexpr int kRangeY = 128;
 
 struct VectorPrediction {
   MotionVector predictor;
-  bool hybrid = false;   // the bitstream chooses between above and left
-  MotionVector above;    // the choices, for bit 1 and bit 0
+  bool hybrid = false;  // the bitstream chooses between above and left
+  MotionVector above;   // the choices, for bit 1 and bit 0
   MotionVector left;
 };
 

@@ -32,8 +32,8 @@ void LoadBlock(const Plane& plane, int x, int y, int16_t* out) {
 }
 
 // Adds values to the prediction (or to `offset` without one) and clamps into the plane.
-void StoreBlock(const int16_t* values, const uint8_t* prediction, int predictionStride, int offset, Plane& plane,
-                int x, int y) {
+void StoreBlock(const int16_t* values, const uint8_t* prediction, int predictionStride, int offset, Plane& plane, int x,
+                int y) {
   for (int row = 0; row < 8; ++row) {
     uint8_t* target = plane.At(x, y + row);
     for (int column = 0; column < 8; ++column) {
@@ -68,8 +68,7 @@ PictureEncoder::PictureEncoder(int macroblocksWide, int macroblocksHigh, RowPool
 }
 
 std::vector<uint8_t> PictureEncoder::Encode(const FramePlanes& source, const FramePlanes* reference,
-                                            bool roundingControl, PictureChoices choices,
-                                            FramePlanes& reconstruction) {
+                                            bool roundingControl, PictureChoices choices, FramePlanes& reconstruction) {
   bool pPicture = !choices.key;
   const Quantizer quantizer = choices.quantizer;
   if (pPicture) {
@@ -181,7 +180,8 @@ void PictureEncoder::AnalyseInter(int x, int y, MotionVector vector, const Frame
     int16_t residual[64];
     int32_t coefficients[64];
     LoadBlock(source.planes[place.plane], place.x, place.y, residual);
-    for (int i = 0; i < 64; ++i) residual[i] = static_cast<int16_t>(residual[i] - prediction[(i >> 3) * predictionStride + (i & 7)]);
+    for (int i = 0; i < 64; ++i)
+      residual[i] = static_cast<int16_t>(residual[i] - prediction[(i >> 3) * predictionStride + (i & 7)]);
     ForwardTransform8x8(residual, coefficients);
     if (QuantizeInter(coefficients, quantizer, mb.levels[block]) && WorthCoding(mb.levels[block])) {
       DequantizeInter(mb.levels[block], quantizer, residual);
@@ -261,7 +261,9 @@ void PictureEncoder::ChooseTables(const std::vector<RowCost>& costs, PictureChoi
       total.cbp[table] += row.cbp[table];
     }
   }
-  auto cheapest = [](const int* bits, int count) { return static_cast<int>(std::min_element(bits, bits + count) - bits); };
+  auto cheapest = [](const int* bits, int count) {
+    return static_cast<int>(std::min_element(bits, bits + count) - bits);
+  };
   int a[3], b[3], both[3];
   for (int option = 0; option < 3; ++option) {
     a[option] = total.acA[option].bits;

@@ -40,7 +40,7 @@ class PictureEncoder {
                     int& firstEscapeRow) const;
 
   MacroblockGrid grid_;
-  HalfSamplePlanes halfSamples_;  // of the reference of the P-picture being coded
+  HalfSamplePlanes halfSamples_;               // of the reference of the P-picture being coded
   std::vector<MotionVector> previousVectors_;  // the last P-picture's vectors, search candidates
   RowPool& pool_;
 };

@@ -53,8 +53,7 @@ void WriteIntraBlock(BitWriter& writer, const MacroblockCode& code, int block, i
                      const PictureChoices& choices, EscapeLengths& escape) {
   WriteDc(writer, choices.dcTable, block < 4, code.dcDifferential[block], choices.quantizer);
   if (code.codedBlocks & BlockBit(block))
-    WriteAcBlock(writer, codingSet, kZigzag[code.scan[block]], code.coded[block], 1, escape,
-                 choices.quantizer.pq < 8);
+    WriteAcBlock(writer, codingSet, kZigzag[code.scan[block]], code.coded[block], 1, escape, choices.quantizer.pq < 8);
 }
 
 }  // namespace
@@ -64,25 +63,25 @@ std::array<uint8_t, 4> SequenceHeader(const SequenceSettings& settings) {
   int bitRateCode = std::clamp(static_cast<int>((settings.bitRate / 1000 - 32) / 64), 0, 31);
   BitWriter writer;
   writer.Put(settings.mainProfile ? 1 : 0, 2);  // PROFILE
-  writer.Put(0, 2);                               // reserved: no old interlace, no sprites
+  writer.Put(0, 2);                             // reserved: no old interlace, no sprites
   writer.Put(static_cast<uint32_t>(frameRateCode), 3);
   writer.Put(static_cast<uint32_t>(bitRateCode), 5);
-  writer.PutBit(false);  // LOOPFILTER
-  writer.PutBit(false);  // reserved
-  writer.PutBit(false);  // MULTIRES
-  writer.PutBit(true);   // reserved: the standard transform
-  writer.PutBit(true);   // FASTUVMC
-  writer.PutBit(false);  // EXTENDED_MV
-  writer.Put(0, 2);      // DQUANT
-  writer.PutBit(false);  // VSTRANSFORM
-  writer.PutBit(false);  // reserved
-  writer.PutBit(false);  // OVERLAP
-  writer.PutBit(false);  // SYNCMARKER
-  writer.PutBit(false);  // RANGERED
-  writer.Put(0, 3);      // MAXBFRAMES
+  writer.PutBit(false);              // LOOPFILTER
+  writer.PutBit(false);              // reserved
+  writer.PutBit(false);              // MULTIRES
+  writer.PutBit(true);               // reserved: the standard transform
+  writer.PutBit(true);               // FASTUVMC
+  writer.PutBit(false);              // EXTENDED_MV
+  writer.Put(0, 2);                  // DQUANT
+  writer.PutBit(false);              // VSTRANSFORM
+  writer.PutBit(false);              // reserved
+  writer.PutBit(false);              // OVERLAP
+  writer.PutBit(false);              // SYNCMARKER
+  writer.PutBit(false);              // RANGERED
+  writer.Put(0, 3);                  // MAXBFRAMES
   writer.Put(kUniformQuantizer, 2);  // QUANTIZER
-  writer.PutBit(false);  // FINTERPFLAG
-  writer.PutBit(true);   // reserved
+  writer.PutBit(false);              // FINTERPFLAG
+  writer.PutBit(true);               // reserved
   std::vector<uint8_t> bytes = writer.Finish();
   return {bytes[0], bytes[1], bytes[2], bytes[3]};
 }
@@ -94,7 +93,8 @@ CodingSets CodingSetsFor(int tableIndex, const Quantizer& quantizer) {
     case 2:
       return {kMidRateIntra, kMidRateInter};
     default:
-      return quantizer.pq <= 8 ? CodingSets{kHighRateIntra, kHighRateInter} : CodingSets{kLowMotionIntra, kLowMotionInter};
+      return quantizer.pq <= 8 ? CodingSets{kHighRateIntra, kHighRateInter}
+                               : CodingSets{kLowMotionIntra, kLowMotionInter};
   }
 }
 
@@ -106,7 +106,7 @@ void WritePictureHeader(BitWriter& writer, const PictureChoices& choices, const 
   writer.Put(static_cast<uint32_t>(q.pq), 5);                    // PQINDEX
   if (q.pq <= 8) writer.PutBit(q.halfStep);                      // HALFQP
   if (!choices.key) {
-    writer.Put(1, 3);      // MVMODE: 1-MV half-pel bicubic
+    writer.Put(1, 3);  // MVMODE: 1-MV half-pel bicubic
     writer.Append(skipPlane);
     writer.Put(static_cast<uint32_t>(choices.mvTable), 2);
     writer.Put(static_cast<uint32_t>(choices.cbpTable), 2);

@@ -28,11 +28,11 @@ struct PictureChoices {
   bool key = true;
   int frameCount = 0;
   Quantizer quantizer;
-  int lumaAcTable = 0;    // I-pictures: AC coding set index of luma
-  int acTable = 0;        // chroma in I-pictures, every block in P-pictures
+  int lumaAcTable = 0;  // I-pictures: AC coding set index of luma
+  int acTable = 0;      // chroma in I-pictures, every block in P-pictures
   int dcTable = 0;
-  int mvTable = 0;        // P-pictures
-  int cbpTable = 0;       // P-pictures
+  int mvTable = 0;                    // P-pictures
+  int cbpTable = 0;                   // P-pictures
   bool skipBitsInMacroblocks = true;  // P-pictures: the skip plane is raw
 };
 

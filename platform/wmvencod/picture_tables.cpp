@@ -1,9 +1,10 @@
 // Picture and macroblock layer code tables: DC differentials, coded block patterns,
 // motion vector differentials, zig-zag scans and the DC quantiser scale.
 //
-// Transcribed from the code tables of SMPTE 421M (VC-1) (DC differential, CBPCY, MVDATA, zig-zag and DCSTEPSIZE tables), as tabulated in
-// FFmpeg 5.1's libavcodec (msmpeg4data.c, vc1data.c). Facts of the published standard: the numbers
-// are the standard's, the layout is ours.
+// Transcribed from the DC differential, CBPCY, MVDATA, zig-zag and DC step size tables
+// of SMPTE 421M (VC-1), as tabulated in FFmpeg 5.1's libavcodec (msmpeg4data.c,
+// vc1data.c). Facts of the published standard: the numbers are the standard's, the
+// layout is ours.
 #include "wmvencod/vc1_tables.h"
 
 namespace tessel::platform::wmv3 {

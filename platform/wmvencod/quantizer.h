@@ -8,8 +8,8 @@
 namespace tessel::platform::wmv3 {
 
 struct Quantizer {
-  int pq = 1;            // 1..31, the picture quantiser (PQINDEX in uniform mode)
-  bool halfStep = false; // HALFQP, only with pq <= 8
+  int pq = 1;             // 1..31, the picture quantiser (PQINDEX in uniform mode)
+  bool halfStep = false;  // HALFQP, only with pq <= 8
 
   int Step() const { return 2 * pq + (halfStep ? 1 : 0); }
   int DcScale() const;

@@ -6,10 +6,10 @@
 namespace tessel::platform::wmv3 {
 namespace {
 
-constexpr double kKeyShare = 4.0;          // a key picture takes this many P budgets
-constexpr double kBalanceHorizon = 30.0;   // pictures over which a surplus or debt is repaid
-constexpr double kMaxInterStepChange = 1.5; // factor a P picture's step may move from the last
-constexpr double kFirstInterShare = 0.35;   // P complexity against key complexity before any P
+constexpr double kKeyShare = 4.0;            // a key picture takes this many P budgets
+constexpr double kBalanceHorizon = 30.0;     // pictures over which a surplus or debt is repaid
+constexpr double kMaxInterStepChange = 1.5;  // factor a P picture's step may move from the last
+constexpr double kFirstInterShare = 0.35;    // P complexity against key complexity before any P
 
 }  // namespace
 

@@ -24,8 +24,8 @@ class RateControl {
   void Update(bool key, int step, int64_t bits);
 
  private:
-  double frameBits_;      // the budget of an average picture
-  double keyWeight_;      // a key picture's budget in average budgets
+  double frameBits_;  // the budget of an average picture
+  double keyWeight_;  // a key picture's budget in average budgets
   double interWeight_;
   double balance_ = 0;    // bits spent beyond the budget so far (negative: saved)
   double keyComplexity_;  // bits times step

@@ -51,10 +51,12 @@ class FlagPlane {
         break;
       }
       case Mode::kRowSkip:
-        CodeLines(height_, width_, [&](int line, int i) { return At(i, line); }, put);
+        CodeLines(
+            height_, width_, [&](int line, int i) { return At(i, line); }, put);
         break;
       case Mode::kColumnSkip:
-        CodeLines(width_, height_, [&](int line, int i) { return At(line, i); }, put);
+        CodeLines(
+            width_, height_, [&](int line, int i) { return At(line, i); }, put);
         break;
       case Mode::kRaw:
         break;

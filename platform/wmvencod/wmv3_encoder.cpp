@@ -27,8 +27,8 @@ constexpr double kKeyRetryFactor = 1.4;
 constexpr double kInterRetryFactor = 2.0;
 
 bool ValidSettings(const Wmv3EncoderSettings& s) {
-  return s.width >= kMinSize && s.width <= kMaxSize && s.height >= kMinSize && s.height <= kMaxSize &&
-         s.rateNum > 0 && s.rateDen > 0 && s.keyFrameSpacing >= 0 && s.threads >= 0 &&
+  return s.width >= kMinSize && s.width <= kMaxSize && s.height >= kMinSize && s.height <= kMaxSize && s.rateNum > 0 &&
+         s.rateDen > 0 && s.keyFrameSpacing >= 0 && s.threads >= 0 &&
          (s.fixedStep == 0 ? s.bitRate > 0 : (s.fixedStep >= 2 && s.fixedStep <= 62));
 }
 
@@ -56,8 +56,7 @@ struct Wmv3Encoder::State {
     source.Allocate(macroblocksWide, macroblocksHigh);
     reference.Allocate(macroblocksWide, macroblocksHigh);
     reconstruction.Allocate(macroblocksWide, macroblocksHigh);
-    header = wmv3::SequenceHeader(
-        {s.mainProfile, static_cast<double>(s.rateNum) / s.rateDen, s.bitRate});
+    header = wmv3::SequenceHeader({s.mainProfile, static_cast<double>(s.rateNum) / s.rateDen, s.bitRate});
   }
 
   int StepFor(bool key, double targetBits) const {
@@ -69,8 +68,7 @@ struct Wmv3Encoder::State {
     choices.key = key;
     choices.frameCount = static_cast<int>(frameIndex & 3);
     choices.quantizer = Quantizer::FromStep(step);
-    return pictures.Encode(source, key ? nullptr : &reference, key ? true : !roundingControl, choices,
-                           reconstruction);
+    return pictures.Encode(source, key ? nullptr : &reference, key ? true : !roundingControl, choices, reconstruction);
   }
 
   Wmv3EncoderSettings settings;

@@ -36,8 +36,8 @@ bool Wmv3Decoder::Decode(const std::vector<uint8_t>& frame, bool keyFrame, Decod
     int height = plane ? (frame_->height + 1) / 2 : frame_->height;
     picture->planes[plane].resize(static_cast<size_t>(width) * height);
     for (int y = 0; y < height; ++y)
-      std::memcpy(&picture->planes[plane][static_cast<size_t>(y) * width], frame_->data[plane] + y * frame_->linesize[plane],
-                  width);
+      std::memcpy(&picture->planes[plane][static_cast<size_t>(y) * width],
+                  frame_->data[plane] + y * frame_->linesize[plane], width);
   }
   av_frame_unref(frame_.get());
   return true;

@@ -3,6 +3,8 @@
 // are and are not whole macroblocks, I-only and I+P, at fixed quantisers and under rate
 // control. Also the picture quality, the bit rate held, key frame spacing and refused
 // settings.
+#include "wmvencod/wmv3_encoder.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -13,7 +15,6 @@
 
 #include "reference_decoder.h"
 #include "wmv3_decoder.h"
-#include "wmvencod/wmv3_encoder.h"
 
 namespace tessel::platform_test {
 namespace {
@@ -220,8 +221,7 @@ TEST_P(Wmv3ClipTest, DecoderShowsTheReconstruction) {
       EXPECT_EQ(decoded.key, encoded.keys[i]);
       Yuv shown(c.width, c.height);
       for (int p = 0; p < 3; ++p) shown.planes[p] = decoded.planes[p];
-      for (int p = 0; p < 3; ++p)
-        ASSERT_EQ(FirstDifference(shown, encoded.reconstructions[i], p), "") << "plane " << p;
+      for (int p = 0; p < 3; ++p) ASSERT_EQ(FirstDifference(shown, encoded.reconstructions[i], p), "") << "plane " << p;
     }
   }
   for (size_t i = 0; i < clip.size(); ++i) EXPECT_GE(PlanePsnr(encoded.reconstructions[i], clip[i], 0), c.minPsnr);
@@ -320,7 +320,8 @@ TEST(Wmv3EncoderTest, ReadsPlanesThroughTheirStrides) {
         storage[p].assign(static_cast<size_t>(stride) * h, 0xEE);
         for (int y = 0; y < h; ++y) {
           int row = layout == 0 ? y : h - 1 - y;
-          std::memcpy(&storage[p][static_cast<size_t>(row) * stride], &picture.planes[p][static_cast<size_t>(y) * w], w);
+          std::memcpy(&storage[p][static_cast<size_t>(row) * stride], &picture.planes[p][static_cast<size_t>(y) * w],
+                      w);
         }
         view.planes[p] = layout == 0 ? storage[p].data() : &storage[p][static_cast<size_t>(h - 1) * stride];
         view.strides[p] = layout == 0 ? stride : -stride;
@@ -351,11 +352,11 @@ TEST(Wmv3EncoderTest, RefusesBadSettingsAndPointers) {
     return settings;
   };
   const Wmv3EncoderSettings refused[] = {
-      with([](auto& s) { s.width = 15; }),        with([](auto& s) { s.height = 4097; }),
-      with([](auto& s) { s.width = -64; }),       with([](auto& s) { s.rateNum = 0; }),
-      with([](auto& s) { s.rateDen = -1; }),      with([](auto& s) { s.bitRate = 0; }),
+      with([](auto& s) { s.width = 15; }),           with([](auto& s) { s.height = 4097; }),
+      with([](auto& s) { s.width = -64; }),          with([](auto& s) { s.rateNum = 0; }),
+      with([](auto& s) { s.rateDen = -1; }),         with([](auto& s) { s.bitRate = 0; }),
       with([](auto& s) { s.keyFrameSpacing = -1; }), with([](auto& s) { s.fixedStep = 1; }),
-      with([](auto& s) { s.fixedStep = 63; }),    with([](auto& s) { s.threads = -2; }),
+      with([](auto& s) { s.fixedStep = 63; }),       with([](auto& s) { s.threads = -2; }),
   };
   for (const Wmv3EncoderSettings& settings : refused) {
     std::unique_ptr<Wmv3Encoder> encoder;
