@@ -282,6 +282,21 @@ TEST(Wmv3EncoderTest, RateControlHoldsTheBitRate) {
   }
 }
 
+TEST(Wmv3EncoderTest, RateControlFollowsAChangeOfScene) {
+  // A pan, then noise that takes many times its bits at the same step: the budget must
+  // hold over the cut too.
+  const int kFrames = 40;
+  std::vector<Yuv> clip = MakeClip(Clip::kPan, 96, 64, kFrames / 2);
+  std::vector<Yuv> noise = MakeClip(Clip::kNoise, 96, 64, kFrames / 2);
+  clip.insert(clip.end(), noise.begin(), noise.end());
+  Wmv3EncoderSettings settings = PanSettings(96, 64);
+  settings.bitRate = 1500000;
+  settings.keyFrameSpacing = 100;
+  size_t bytes = AllBytes(EncodeClip(settings, clip)).size();
+  double reached = static_cast<double>(bytes) * 8 * settings.rateNum / settings.rateDen / kFrames;
+  EXPECT_NEAR(reached / static_cast<double>(settings.bitRate), 1.0, 0.10);
+}
+
 TEST(Wmv3EncoderTest, StreamDoesNotDependOnTheThreadCount) {
   // Rows are analysed, coded and written on the pool's threads in any order; the bits
   // must come out the same, escape size announcement included.
@@ -335,13 +350,45 @@ TEST(Wmv3EncoderTest, ReadsPlanesThroughTheirStrides) {
   }
 }
 
-TEST(Wmv3EncoderTest, SequenceHeaderNamesTheProfile) {
-  for (bool main : {false, true}) {
+// Reads `count` bits of the sequence header from bit `first` on, first bit first.
+int HeaderBits(const std::array<uint8_t, 4>& header, int first, int count) {
+  uint32_t word = static_cast<uint32_t>(header[0]) << 24 | header[1] << 16 | header[2] << 8 | header[3];
+  return static_cast<int>((word >> (32 - first - count)) & ((1u << count) - 1));
+}
+
+TEST(Wmv3EncoderTest, SequenceHeaderCarriesProfileAndHints) {
+  // The decoder does not check the frame and bit rate hints, so they are read here:
+  // (frames per second - 2) / 4 and (kbit/s - 32) / 64, each clamped to its field.
+  struct HeaderCase {
+    bool main;
+    int rateNum, rateDen;
+    int64_t bitRate;
+    int profile, frameRateCode, bitRateCode;
+  };
+  const HeaderCase cases[] = {
+      {true, 30, 1, 1000000, 1, 7, 15},
+      {false, 30000, 1001, 500000, 0, 7, 7},
+      {true, 10, 1, 96000, 1, 2, 1},
+      {true, 1, 1, 20000, 1, 0, 0},
+      {false, 60, 1, 8000000, 0, 7, 31},
+  };
+  for (const HeaderCase& c : cases) {
+    SCOPED_TRACE(std::to_string(c.rateNum) + "/" + std::to_string(c.rateDen) + " fps, " + std::to_string(c.bitRate));
     Wmv3EncoderSettings settings = PanSettings(32, 32);
-    settings.mainProfile = main;
+    settings.mainProfile = c.main;
+    settings.rateNum = c.rateNum;
+    settings.rateDen = c.rateDen;
+    settings.bitRate = c.bitRate;
     std::unique_ptr<Wmv3Encoder> encoder;
     ASSERT_EQ(Wmv3Encoder::Create(settings, &encoder), S_OK);
-    EXPECT_EQ(encoder->SequenceHeader()[0] >> 6, main ? 1 : 0);
+    const std::array<uint8_t, 4>& header = encoder->SequenceHeader();
+    EXPECT_EQ(HeaderBits(header, 0, 2), c.profile);
+    EXPECT_EQ(HeaderBits(header, 4, 3), c.frameRateCode);
+    EXPECT_EQ(HeaderBits(header, 7, 5), c.bitRateCode);
+    EXPECT_EQ(HeaderBits(header, 12, 1), 0);   // no loop filter
+    EXPECT_EQ(HeaderBits(header, 16, 1), 1);   // fast UV motion compensation
+    EXPECT_EQ(HeaderBits(header, 25, 3), 0);   // no B-frames
+    EXPECT_EQ(HeaderBits(header, 28, 2), 3);   // uniform quantiser
   }
 }
 
