@@ -8,6 +8,7 @@
 #include "providers/host_services.h"
 #include "types/reference_types.h"
 #include "vorna/data.h"
+#include "vorna/datadictionary.h"
 #include "vorna/records.h"
 #include "vorna/string.h"
 
@@ -101,6 +102,8 @@ const DataType TYPES[] = {
     TypeOf<Bytes<32>>("vorna.DataTypes:vorna.DrawRectFloat"),
     TypeOf<Bytes<16>>("vorna.DataTypes:vorna.RlaChannelInfo"),
     TypeOf<String>("vorna.DataTypes:vorna.String"),
+    // The export settings travel in a stream's format as a dictionary.
+    TypeOf<DataDictionary>("vorna.DataTypes:vorna.DataDictionary"),
 };
 
 }  // namespace
