@@ -51,7 +51,7 @@ TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string
 }
 
 std::vector<std::string> PatternModule() {
-  return {"--modules", TESSEL_TEST_MODULE_DIR, "--module", "net.vorna.test.pattern_reader"};
+  return {"--modules", TESSEL_TEST_MODULE_DIR, "--module", "net.vorna.test.media"};
 }
 
 std::string MakeTempDirectory() {
