@@ -184,5 +184,137 @@ TEST_F(ExportSessionTest, DisablingSrgbConversionHandsFramesOverInTheirOwnProfil
   }
 }
 
+// The stretch from 0.5 s to 1.5 s at 4 fps: the movie starts at 0 and its frames are the
+// source's frames at 0.5, 0.75, 1.0 and 1.25 s; the sound is cut to the same stretch.
+TEST_F(ExportSessionTest, StartEndAndFrameRateChooseTheSourceFrames) {
+  TestPatternOptions pattern = Pattern(8, 4, 10.0, 2.0);
+  ExportRequest request = Request();
+  request.from = 0.5;
+  request.to = 1.5;
+  request.fps = 4.0;
+  Result<std::unique_ptr<ExportSession>> session = ExportSession::OpenTestPattern(pattern, request);
+  ASSERT_FALSE(session.IsError());
+  EXPECT_EQ(session.GetValue()->GetFrameCount(), 4);
+  EXPECT_DOUBLE_EQ(session.GetValue()->GetFps(), 4.0);
+  ASSERT_FALSE(session.GetValue()->Run(nullptr).IsError());
+  Recording recording = ReadOutput();
+  EXPECT_DOUBLE_EQ(std::stod(recording.header["fps"]), 4.0);
+  ASSERT_EQ(recording.frames.size(), 4u);
+  const int kSourceFrames[] = {5, 7, 10, 12};
+  for (size_t n = 0; n < 4; ++n) {
+    EXPECT_NEAR(recording.frames[n].time, 0.25 * double(n), 1e-6);
+    EXPECT_EQ(recording.frames[n].rows[0], kSourceFrames[n]) << "blue is the source frame";
+  }
+  ASSERT_EQ(recording.sound.size(), 8000u * 4);
+  EXPECT_EQ(reinterpret_cast<const Int16*>(recording.sound.data())[2], vorna::host::TestPatternTone(pattern, 4001));
+}
+
+TEST_F(ExportSessionTest, WithoutAudioTheSaverGetsNoSound) {
+  ExportRequest request = Request();
+  request.withAudio = false;
+  Result<vorna::host::ExportSummary> summary = Export(Pattern(8, 4, 10.0, 0.3), request);
+  ASSERT_FALSE(summary.IsError());
+  EXPECT_FALSE(summary.GetValue().withAudio);
+  Recording recording = ReadOutput();
+  EXPECT_EQ(recording.header["soundchannels"], "0");
+  EXPECT_EQ(recording.frames.size(), 3u);
+}
+
+// The saver's refusals reach the caller as the saver gave them, and a movie whose first
+// frame is refused leaves no file.
+TEST_F(ExportSessionTest, RefusalsOfTheSaverPassThroughUnchanged) {
+  const struct {
+    const char* codec;
+    const char* audioCodec;
+    Int width;
+    ObjectUseRecord* errorClass;
+    const char* message;
+  } kCases[] = {
+      {"WMV3", "aac", 8, &g_IllegalArgumentErrorObject, "Unsupported Codec for this container format: WMV3."},
+      {"BGRX", "opus", 8, &g_MediaSessionWrongTypeErrorObject, "Invalid audio codec: opus"},
+      {"BGRX", "aac", 4097, &g_IllegalArgumentErrorObject, "Maximum resolution exceeded."},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.message);
+    ExportRequest request = Request();
+    ASSERT_FALSE(request.settings.Set(g_codec, MakeData(Id(c.codec))).IsError());
+    ASSERT_FALSE(request.settings.Set(g_audioCodec, MakeData(Id(c.audioCodec))).IsError());
+    Result<vorna::host::ExportSummary> summary = Export(Pattern(c.width, 2, 10.0, 0.3), request);
+    ASSERT_TRUE(summary.IsError());
+    EXPECT_TRUE(IsErrorOfClass(summary.GetError(), *c.errorClass));
+    EXPECT_EQ(MessageOf(summary.GetError()), c.message);
+    EXPECT_FALSE(std::filesystem::exists(OutputPath()));
+  }
+}
+
+TEST_F(ExportSessionTest, AStopAskedForByTheProgressEndsTheRunAfterThatFrame) {
+  Result<vorna::host::ExportSummary> summary =
+      Export(Pattern(8, 4, 10.0, 1.0), Request(), [](const vorna::host::ExportProgress& progress) {
+        return progress.frames < 3;
+      });
+  ASSERT_TRUE(summary.IsError());
+  EXPECT_TRUE(IsErrorOfClass(summary.GetError(), g_ThreadCancelledErrorObject));
+  EXPECT_EQ(ReadOutput().frames.size(), 3u) << "the saver was closed with what it had";
+}
+
+// The test module's reader tells neither frame rate nor length: the saver refuses a
+// stream without a frame rate, and with one given the export runs to the source's end.
+TEST_F(ExportSessionTest, AnExportFromAUrlRunsToTheEndOfItsSource) {
+  Url input;
+  ASSERT_FALSE(input.Set("memory://pattern-6x4.clip").IsError());
+  Result<std::unique_ptr<ExportSession>> withoutRate = ExportSession::Open(input, Request());
+  ASSERT_TRUE(withoutRate.IsError());
+  EXPECT_EQ(MessageOf(withoutRate.GetError()), "MEDIAFORMAT::VIDEO::FPS is missing.");
+
+  ExportRequest request = Request();
+  request.fps = 10.0;
+  Result<std::unique_ptr<ExportSession>> session = ExportSession::Open(input, request);
+  ASSERT_FALSE(session.IsError()) << MessageOf(session.GetError());
+  EXPECT_EQ(session.GetValue()->GetHandler(), "test.pattern");
+  EXPECT_EQ(session.GetValue()->GetFrameCount(), 0) << "the length is unknown";
+  Result<vorna::host::ExportSummary> summary = session.GetValue()->Run(nullptr);
+  ASSERT_FALSE(summary.IsError());
+  EXPECT_EQ(summary.GetValue().frames, 10);
+  Recording recording = ReadOutput();
+  EXPECT_EQ(recording.header["width"], "6");
+  ASSERT_EQ(recording.frames.size(), 10u);
+  EXPECT_EQ(recording.frames[7].rows[0], 7) << "the reader's value is the time in tenths";
+  EXPECT_EQ(recording.frames[7].pixelFormat, "vorna.PixelFormats.BGRX:u8");
+}
+
+TEST_F(ExportSessionTest, WhatTheInputLacksFailsBeforeAnythingIsWritten) {
+  ExportRequest pastEnd = Request();
+  pastEnd.from = 2.0;
+  ExportRequest noSuchStream = Request();
+  noSuchStream.videoStream = 1;
+  ExportRequest noSuchSaver = Request();
+  noSuchSaver.saver = "mov";
+  const struct {
+    const ExportRequest* request;
+    ObjectUseRecord* errorClass;
+  } kCases[] = {{&pastEnd, &g_MediaStreamEOFErrorObject},
+                {&noSuchStream, &g_UnsupportedArgumentErrorObject},
+                {&noSuchSaver, &g_IllegalArgumentErrorObject}};
+  for (const auto& c : kCases) {
+    Result<std::unique_ptr<ExportSession>> session = ExportSession::OpenTestPattern(Pattern(8, 4, 10.0, 1.0), *c.request);
+    ASSERT_TRUE(session.IsError());
+    EXPECT_TRUE(IsErrorOfClass(session.GetError(), *c.errorClass)) << MessageOf(session.GetError());
+  }
+  EXPECT_FALSE(std::filesystem::exists(OutputPath()));
+}
+
+TEST_F(ExportSessionTest, TheSaverStandsInTheRegistryWhileItsModuleIsLoaded) {
+  auto entered = [] {
+    std::vector<std::string> savers = vorna::host::ListRegistry("vorna.ImageSavers");
+    return std::count(savers.begin(), savers.end(), "rec");
+  };
+  EXPECT_EQ(entered(), 1);
+  vorna::host::UnloadModule(_module);
+  EXPECT_EQ(entered(), 0);
+  Result<vorna::host::LoadedModule*> again = vorna::host::LoadModule("net.vorna.test.media");
+  ASSERT_FALSE(again.IsError());
+  _module = again.GetValue();
+}
+
 }  // namespace
 }  // namespace vorna

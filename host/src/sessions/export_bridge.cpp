@@ -3,6 +3,7 @@
 
 #include "sessions/export_bridge.h"
 
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -132,8 +133,10 @@ class ExportBridgeComponent : public Component<ExportBridgeComponent> {
     _frame = std::make_shared<BridgeFrame>(Read(source, g_mediaFormatImageAspectratio, Float64(1.0)));
     if (!SetImageImportTarget(video, _frame)) return Unsupported(String::FromLiteral("The input's video stream cannot be read."));
     Float64 fps = request.fps.value_or(Read(source, g_mediaFormatVideoFps, Float64(0)));
+    // A stream without a length, or with the infinite one, ends when its input says so.
     Float64 duration = Read(source, g_mediaFormatVideoDuration, TimeValue::Infinite()).GetSeconds();
-    _plan.fps = fps > 0 && fps < std::numeric_limits<Float64>::max() ? fps : 0;
+    if (duration >= TimeValue::Infinite().GetSeconds()) duration = std::numeric_limits<Float64>::infinity();
+    _plan.fps = std::isfinite(fps) && fps > 0 && fps < std::numeric_limits<Float64>::max() ? fps : 0;
     _plan.end = std::min(request.to, duration);
     _plan.width = Read(source, g_mediaFormatImageWidth, Int64(0));
     _plan.height = Read(source, g_mediaFormatImageHeight, Int64(0));

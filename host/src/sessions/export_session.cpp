@@ -16,7 +16,8 @@ namespace vorna::host {
 namespace {
 
 constexpr SourceLocation EXPORT_LOCATION{"host/exportsession", 1, 0};
-// An export whose end the input does not know stops at the latest after a day of movie.
+// An export whose end is unknown, or further than this, stops at the latest after a day
+// of movie.
 constexpr Float64 LONGEST_UNKNOWN_END = 86400.0;
 
 ErrorResult Unsupported(const String& message) {
@@ -38,13 +39,6 @@ ExportBridgeRequest BridgeRequest(const ExportRequest& request) {
   bridge.withAudio = request.withAudio;
   bridge.settings = request.settings;
   return bridge;
-}
-
-// Frames from the start of the stretch to its end, each 1 / fps; a frame that starts
-// before the end is written. 0 for an unknown end.
-Int CountFrames(Float64 from, Float64 end, Float64 fps) {
-  if (!std::isfinite(end)) return 0;
-  return Int(std::ceil((end - from) * fps - 1e-9));
 }
 
 }  // namespace
@@ -94,8 +88,11 @@ Result<void> ExportSession::Connect(const MediaConverter& input, const ExportReq
   if (!plan) return RaiseError(g_IllegalStateErrorObject, EXPORT_LOCATION);
   if (plan->fps <= 0) return Unsupported(String::FromLiteral("The video stream has no frame rate; give one."));
   _fps = plan->fps;
-  _frameCount = CountFrames(_from, plan->end, _fps);
-  if (std::isfinite(plan->end) && _frameCount <= 0) return EmptyStretch();
+  // Frames from the start of the stretch to its end, each 1 / fps: a frame that starts
+  // before the end is written. Infinite for an unknown end.
+  Float64 frames = std::ceil((plan->end - _from) * _fps - 1e-9);
+  if (!(frames > 0)) return EmptyStretch();
+  _frameCount = frames < LONGEST_UNKNOWN_END * _fps ? Int(frames) : 0;
   return OK;
 }
 
