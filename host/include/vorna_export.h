@@ -6,7 +6,7 @@
 // the start of the export to its end and calls PrepareExecute, Execute for each frame
 // and Close on the saver, which passes each call up through the bridge to the input.
 // The written movie starts at 0: the bridge adds the export's first second to the time
-// it passes on. Progress goes through vorna.MediaSessionProgressInterface#1 to the
+// it passes on. A frame is written when at least half of it lies before the end. Progress goes through vorna.MediaSessionProgressInterface#1 to the
 // caller, who may stop the run between frames. One thread at a time uses a session.
 #pragma once
 

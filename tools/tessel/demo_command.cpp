@@ -18,13 +18,14 @@ void PrintList(const char* title, const std::vector<std::string>& items) {
 }
 
 void PrintModule(const Options& options, const Session& session) {
-  std::printf("Loaded %s from %s\n", options.moduleName.empty() ? MODULE_NAME : options.moduleName.c_str(),
-              options.moduleDirectory.c_str());
-  for (const auto& record : vorna::host::DescribeModule(session.Module())) {
-    std::printf("module %s\n", record.id.c_str());
-    if (!record.dependencies.empty()) PrintList("dependencies", record.dependencies);
-    PrintList("translation units", record.translationUnits);
-    if (!record.initStages.empty()) PrintList("init stages", record.initStages);
+  for (size_t i = 0; i < session.Modules().size(); ++i) {
+    std::printf("Loaded %s from %s\n", ModuleNames(options)[i].c_str(), options.moduleDirectory.c_str());
+    for (const auto& record : vorna::host::DescribeModule(session.Modules()[i])) {
+      std::printf("module %s\n", record.id.c_str());
+      if (!record.dependencies.empty()) PrintList("dependencies", record.dependencies);
+      PrintList("translation units", record.translationUnits);
+      if (!record.initStages.empty()) PrintList("init stages", record.initStages);
+    }
   }
   std::printf("configuration variables:\n");
   for (const auto& variable : vorna::host::ListConfiguration())

@@ -88,9 +88,9 @@ Result<void> ExportSession::Connect(const MediaConverter& input, const ExportReq
   if (!plan) return RaiseError(g_IllegalStateErrorObject, EXPORT_LOCATION);
   if (plan->fps <= 0) return Unsupported(String::FromLiteral("The video stream has no frame rate; give one."));
   _fps = plan->fps;
-  // Frames from the start of the stretch to its end, each 1 / fps: a frame that starts
-  // before the end is written. Infinite for an unknown end.
-  Float64 frames = std::ceil((plan->end - _from) * _fps - 1e-9);
+  // Frames from the start of the stretch to its end, each 1 / fps: a frame is written
+  // when at least half of it lies before the end. Infinite for an unknown end.
+  Float64 frames = std::floor((plan->end - _from) * _fps + 0.5);
   if (!(frames > 0)) return EmptyStretch();
   _frameCount = frames < LONGEST_UNKNOWN_END * _fps ? Int(frames) : 0;
   return OK;
