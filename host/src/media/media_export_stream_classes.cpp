@@ -42,7 +42,7 @@ class LineFetch {
 
   Result<void> operator()(const LineRange& region, const LineDestination& destination, Int) {
     if (region.y < 0 || region.y >= _height || region.x < 0 || region.count < 0 ||
-        region.count > _width - region.x || !destination.pixels)
+        region.count > _width - region.x || (region.count > 0 && !destination.pixels))
       return RaiseError(g_IllegalArgumentErrorObject, EXPORT_LOCATION);
     LineSource pixels = _source->GetPixels(region.x, region.y);
     _conversion.Convert(destination.pixels, pixels.pixels, region.count, pixels.pixelStep, _scratch);

@@ -46,7 +46,7 @@ Result<void> BridgeFrame::Init(const MediaStreamPropertiesInterface& properties)
 
 Result<void> BridgeFrame::StoreLine(const LineRange& range, const LineSource& source) {
   if (_complete || range.y < 0 || range.y >= _incoming.height || range.x < 0 || range.count < 0 ||
-      range.count > _incoming.width - range.x || !source.pixels)
+      range.count > _incoming.width - range.x || (range.count > 0 && !source.pixels))
     return RaiseError(g_IllegalArgumentErrorObject, FRAME_LOCATION);
   _copy(_pixels.GetData() + range.y * _bytesPerLine + range.x * _bitsPerPixel / 8, source.pixels, range.count,
         source.pixelStep);
