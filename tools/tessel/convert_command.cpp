@@ -18,7 +18,6 @@
 #include "progress_line.h"
 #include "saver_catalogue.h"
 #include "session.h"
-#include "vorna_export.h"
 
 namespace tessel::cli {
 
@@ -44,15 +43,6 @@ const NamedSetting NAMED_SETTINGS[] = {{"--codec", "codec"},
                                        {"--audio-codec", "audio.codec"},
                                        {"--audio-rate", "audio.samplerate"},
                                        {"--audio-kbps", "audio.kilobitrate"}};
-
-struct ConvertJob {
-  std::string input;
-  std::string output;
-  std::string saver;  // empty: by OUT's suffix
-  std::vector<std::pair<std::string, std::string>> settings;  // key and value text, in the order given
-  vorna::host::ExportRequest request;
-  bool json = false;
-};
 
 bool ReadSettings(const CommandArguments& arguments, ConvertJob& job, Failure& failure) {
   for (const NamedSetting& named : NAMED_SETTINGS)
@@ -233,6 +223,8 @@ bool Export(ConvertJob& job, const SaverInfo& saver, Failure& failure) {
   return true;
 }
 
+}  // namespace
+
 bool Convert(ConvertJob& job, Failure& failure) {
   SaverInfo saver;
   if (!ChooseSaver(job, failure) || !DescribeSaver(job.saver, nullptr, saver, failure) ||
@@ -240,8 +232,6 @@ bool Convert(ConvertJob& job, Failure& failure) {
     return false;
   return Export(job, saver, failure);
 }
-
-}  // namespace
 
 int RunConvert(const Options& options) {
   ConvertJob job;
