@@ -209,6 +209,22 @@ TEST_F(ExportSessionTest, StartEndAndFrameRateChooseTheSourceFrames) {
   EXPECT_EQ(reinterpret_cast<const Int16*>(recording.sound.data())[2], vorna::host::TestPatternTone(pattern, 4001));
 }
 
+// Float sound, as the platform delivers float and 32-bit files, reaches the saver as
+// 16-bit integers: full scale 1.0 is 32767.
+TEST_F(ExportSessionTest, FloatSoundBecomesSixteenBitIntegers) {
+  TestPatternOptions pattern = Pattern(8, 4, 10.0, 0.5);
+  pattern.floatSound = true;
+  ASSERT_FALSE(Export(pattern, Request()).IsError());
+  Recording recording = ReadOutput();
+  EXPECT_EQ(recording.header["soundbits"], "16");
+  ASSERT_EQ(recording.sound.size(), 4000u * 4);
+  const auto* samples = reinterpret_cast<const Int16*>(recording.sound.data());
+  for (Int i : {1, 2, 3999}) {
+    Int16 tone = vorna::host::TestPatternTone(pattern, i);
+    EXPECT_EQ(samples[2 * i], Int16(std::lround(Float64(tone) / 32768.0 * 32767.0))) << i;
+  }
+}
+
 TEST_F(ExportSessionTest, WithoutAudioTheSaverGetsNoSound) {
   ExportRequest request = Request();
   request.withAudio = false;

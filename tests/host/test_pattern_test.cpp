@@ -37,7 +37,7 @@ Connected Connect(const vorna::host::TestPatternOptions& options) {
 }
 
 TEST(TestPatternSourceTest, DeliversTheFrameOfATimeLikeALoader) {
-  Connected c = Connect({64, 48, 25.0, 1.0, 440.0, 48000, "srgb"});
+  Connected c = Connect({64, 48, 25.0, 1.0, 440.0, 48000, false, "srgb"});
   ASSERT_FALSE(c.source.Execute({}, TimeValue(0.2), 0).IsError());
   vorna::host::ImageFrame frame = c.image->GetFrame();
   ASSERT_EQ(frame.width, 64);
@@ -61,7 +61,7 @@ TEST(TestPatternSourceTest, DeliversTheFrameOfATimeLikeALoader) {
 }
 
 TEST(TestPatternSourceTest, DeliversTheWholeToneOnceAtTheFirstExecute) {
-  vorna::host::TestPatternOptions options{16, 16, 25.0, 1.5, 1000.0, 8000, "srgb"};
+  vorna::host::TestPatternOptions options{16, 16, 25.0, 1.5, 1000.0, 8000, false, "srgb"};
   Connected c = Connect(options);
   ASSERT_FALSE(c.source.Execute({}, TimeValue(0.7), 0).IsError());
   ASSERT_FALSE(c.source.Execute({}, TimeValue(0.0), 0).IsError());
@@ -76,9 +76,9 @@ TEST(TestPatternSourceTest, DeliversTheWholeToneOnceAtTheFirstExecute) {
 
 TEST(TestPatternSourceTest, AbsurdOptionsAreRefused) {
   const vorna::host::TestPatternOptions kAbsurd[] = {
-      {0, 16, 25.0, 1.0, 0.0, 48000, "srgb"},     {16, 16, 0.0, 1.0, 0.0, 48000, "srgb"},
-      {16, 16, 25.0, 1e300, 0.0, 48000, "srgb"},  {16, 16, 25.0, 1.0, 0.0, 48000, "no such profile"},
-      {100000, 16, 25.0, 1.0, 0.0, 48000, "srgb"},
+      {0, 16, 25.0, 1.0, 0.0, 48000, false, "srgb"},     {16, 16, 0.0, 1.0, 0.0, 48000, false, "srgb"},
+      {16, 16, 25.0, 1e300, 0.0, 48000, false, "srgb"},  {16, 16, 25.0, 1.0, 0.0, 48000, false, "no such profile"},
+      {100000, 16, 25.0, 1.0, 0.0, 48000, false, "srgb"},
   };
   for (const auto& options : kAbsurd)
     EXPECT_TRUE(IsErrorOfClass(vorna::host::CreateTestPatternSource(options).GetError(), g_IllegalArgumentErrorObject));

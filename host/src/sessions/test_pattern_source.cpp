@@ -4,6 +4,7 @@
 #include "vorna/translationunit.h"
 
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 #include "media/color_profiles.h"
@@ -52,7 +53,7 @@ Result<MediaStreamFormat> ImageFormat(const TestPatternOptions& options) {
 Result<MediaStreamFormat> AudioFormat(const TestPatternOptions& options) {
   VORNA_ASSIGN_OR_RETURN(MediaStreamFormat format, CreateObjectOf<MediaStreamFormatInterface>(g_formatClass, PATTERN_LOCATION));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioChannelcount, Int64(2)));
-  VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioBitsperchannel, Int64(16)));
+  VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioBitsperchannel, Int64(options.floatSound ? 32 : 16)));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatAudioSamplerate, Float64(options.sampleRate)));
   return format;
 }
@@ -149,14 +150,27 @@ class TestPatternSourceComponent : public Component<TestPatternSourceComponent> 
   Result<void> DeliverToneBlocks(const MediaStreamProperties& properties) {
     VORNA_ASSIGN_OR_RETURN(AudioDataCallback deliver, _audio.SetAudioDataCallback(properties));
     Int samples = Int(options.duration * Float64(options.sampleRate) + 0.5);
-    std::vector<Int16> block;
+    Int sampleBytes = options.floatSound ? 4 : 2;
+    std::vector<UChar> block;
     for (Int first = 0; first < samples; first += TONE_BLOCK) {
       Int count = std::min(TONE_BLOCK, samples - first);
-      block.resize(size_t(count) * 2);
-      for (Int i = 0; i < count; ++i) block[size_t(2 * i)] = block[size_t(2 * i + 1)] = TestPatternTone(options, first + i);
-      VORNA_RETURN_ON_ERROR(deliver(AudioDataBlock{reinterpret_cast<const UChar*>(block.data()), count * 4}));
+      block.resize(size_t(count * 2 * sampleBytes));
+      for (Int i = 0; i < count; ++i) StoreSample(TestPatternTone(options, first + i), &block[size_t(i * 2 * sampleBytes)]);
+      VORNA_RETURN_ON_ERROR(deliver(AudioDataBlock{block.data(), Int(block.size())}));
     }
     return OK;
+  }
+
+  // One sample on both channels, in the sound's format.
+  void StoreSample(Int16 sample, UChar* both) const {
+    if (!options.floatSound) {
+      std::memcpy(both, &sample, 2);
+      std::memcpy(both + 2, &sample, 2);
+      return;
+    }
+    Float32 value = Float32(sample) / 32768.0f;
+    std::memcpy(both, &value, 4);
+    std::memcpy(both + 4, &value, 4);
   }
 
   ImageStream _image;
