@@ -21,6 +21,10 @@ namespace vorna::host {
 namespace {
 
 constexpr SourceLocation BRIDGE_LOCATION{"host/exportbridge", 1, 0};
+// Frame rates above this, and sound layouts beyond these, count as damaged, not as real.
+constexpr Float64 MAX_FPS = 10000;
+constexpr Int MAX_CHANNELS = 64;
+constexpr Int MAX_BITS = 64;
 
 VORNA_DEFINE_OBJECT_USE(g_converterBase, "vorna.MediaConverterBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_formatClass, "vorna.MediaStreamFormatClass");
@@ -136,7 +140,7 @@ class ExportBridgeComponent : public Component<ExportBridgeComponent> {
     // A stream without a length, or with the infinite one, ends when its input says so.
     Float64 duration = Read(source, g_mediaFormatVideoDuration, TimeValue::Infinite()).GetSeconds();
     if (duration >= TimeValue::Infinite().GetSeconds()) duration = std::numeric_limits<Float64>::infinity();
-    _plan.fps = std::isfinite(fps) && fps > 0 && fps < std::numeric_limits<Float64>::max() ? fps : 0;
+    _plan.fps = fps > 0 && fps <= MAX_FPS ? fps : 0;
     _plan.end = std::min(request.to, duration);
     _plan.width = Read(source, g_mediaFormatImageWidth, Int64(0));
     _plan.height = Read(source, g_mediaFormatImageHeight, Int64(0));
@@ -173,7 +177,9 @@ class ExportBridgeComponent : public Component<ExportBridgeComponent> {
       SoundLayout layout{Read(source, g_mediaFormatAudioChannelcount, Int64(0)),
                          Read(source, g_mediaFormatAudioBitsperchannel, Int64(0)),
                          Read(source, g_mediaFormatAudioSamplerate, Float64(0))};
-      if (layout.channelCount <= 0 || layout.bitsPerChannel <= 0 || layout.bitsPerChannel % 8 || !(layout.sampleRate > 0))
+      if (layout.channelCount <= 0 || layout.channelCount > MAX_CHANNELS || layout.bitsPerChannel <= 0 ||
+          layout.bitsPerChannel > MAX_BITS || layout.bitsPerChannel % 8 || !(layout.sampleRate > 0) ||
+          !std::isfinite(layout.sampleRate))
         return Unsupported(String::FromLiteral("The input's sound has no usable layout."));
       VORNA_RETURN_ON_ERROR(stream.SubscribeStream(keys[0]));
       _sound = std::make_shared<BridgeSound>(layout, request.from, request.to);

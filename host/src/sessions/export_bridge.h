@@ -26,7 +26,7 @@ struct ExportBridgeRequest {
 
 // What the bridge found in Analyze.
 struct ExportBridgePlan {
-  Float64 fps = 0;     // 0 when neither the request nor the stream has one
+  Float64 fps = 0;     // 0 when neither the request nor the stream has one (up to 10000)
   Float64 end = 0;     // seconds of the source at which the export ends; infinite: unknown
   Int width = 0;
   Int height = 0;
