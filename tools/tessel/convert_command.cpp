@@ -234,9 +234,10 @@ bool Convert(ConvertJob& job, Failure& failure) {
 }
 
 int RunConvert(const Options& options) {
+  // The session outlives the job: the job's settings hold values of the host's types.
+  Session session;
   ConvertJob job;
   Failure failure;
-  Session session;
   if (!ReadConvertJob(options, job, failure) || !session.Open(options, failure) || !Convert(job, failure))
     return Report(failure);
   return kExitOk;
