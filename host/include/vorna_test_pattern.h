@@ -1,9 +1,13 @@
-// A test-pattern source for export sessions: a media input with an image stream whose
-// frames show a moving pattern and, optionally, an audio stream with a tone. Frame n of
-// the pattern has at pixel (x, y) red x, green y and blue n (each modulo 256) and is
-// opaque; Execute at a time selects the frame of that time. The audio stream's object
-// holds the whole tone, 16-bit stereo.
+// A test-pattern source: a media input that behaves like a file's loader, with an image
+// stream whose frames show a moving pattern and, optionally, an audio stream with a
+// tone. Frame n of the pattern has at pixel (x, y) red x, green y and blue n (each
+// modulo 256) and is opaque; it is delivered in RGBA:u8 for times from n / fps on, and
+// past the duration Execute gives the end of the stream. The sound, stereo, 16-bit or
+// 32-bit float, is delivered whole at the first Execute that finds its stream
+// subscribed.
 #pragma once
+
+#include <string>
 
 #include "vorna/mediasession_converter.h"
 
@@ -18,6 +22,9 @@ struct TestPatternOptions {
   Float64 duration = 1.0;     // seconds of frames and of sound
   Float64 toneHertz = 440.0;  // 0: no audio stream
   Int sampleRate = 48000;
+  Bool floatSound = false;    // the tone as 32-bit float (sample / 32768) instead of 16-bit
+  // The member of vorna.ColorProfiles that the frames' values are in.
+  std::string colorProfile = "srgb";
 };
 
 Result<MediaConverter> CreateTestPatternSource(const TestPatternOptions& options);
@@ -29,6 +36,9 @@ inline void TestPatternPixel(Int frame, Int x, Int y, UChar* rgba) {
   rgba[2] = UChar(frame);
   rgba[3] = 255;
 }
+
+// The tone's sample i as a 16-bit value, the same on both channels.
+Int16 TestPatternTone(const TestPatternOptions& options, Int i);
 
 }  // namespace vorna::host
 

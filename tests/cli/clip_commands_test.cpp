@@ -61,6 +61,7 @@ TEST_F(ClipCommandsTest, ProbeJsonGivesTheMovieAndItsSound) {
   EXPECT_EQ(native["height"], fx::kMovieAac.height);
   EXPECT_DOUBLE_EQ(native["fps"].get<double>(), 25.0);
   EXPECT_NEAR(native["duration"].get<double>(), 2.0, 0.05);
+  EXPECT_TRUE(native["starttime"].is_null()) << "the stream does not know its start";
   const json& audio = probe["streams"][1];
   EXPECT_EQ(audio["kind"], "audio");
   EXPECT_EQ(audio["formats"][0]["key"], 0);

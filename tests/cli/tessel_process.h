@@ -2,6 +2,8 @@
 // collects what it printed and its exit code.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,9 +18,23 @@ struct TesselRun {
 // Runs tessel with arguments in directory; stdout and stderr are kept apart.
 TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string& directory);
 
+// Runs tessel as RunTessel does and sends it SIGINT as soon as ready(directory) says
+// so, asked every few milliseconds; gives up after a minute.
+TesselRun RunTesselAndInterrupt(const std::vector<std::string>& arguments, const std::string& directory,
+                                const std::function<bool(const std::string&)>& ready);
+
+// Runs tessel with a pseudo-terminal as its stdin, stdout and stderr; out holds all it
+// wrote to the terminal, err is empty.
+TesselRun RunTesselOnTerminal(const std::vector<std::string>& arguments, const std::string& directory);
+
 // The arguments that make tessel load the host's test module, which reads memory urls
-// named "pattern...": 4x2 frames whose colour is the frame time in tenths of a second.
+// named "pattern...": 4x2 frames (WxH for "pattern-WxH...") whose colour is the frame
+// time in tenths of a second; and writes ".rec" files with its recording saver.
 std::vector<std::string> PatternModule();
+
+// The arguments that make tessel load the media module and the test module, so that
+// clips can be written through the recording saver.
+std::vector<std::string> MediaAndTestModules();
 
 // A fresh empty directory under the system's temporary directory.
 std::string MakeTempDirectory();

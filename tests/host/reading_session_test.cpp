@@ -11,7 +11,7 @@ namespace {
 class ReadingSessionTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule("net.vorna.test.pattern_reader");
+    Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule("net.vorna.test.media");
     ASSERT_FALSE(loaded.IsError());
     _module = loaded.GetValue();
   }

@@ -4,61 +4,84 @@
 #include <vector>
 
 #include "host_environment.h"
-#include "vorna/audioobject.h"
 #include "vorna/errorbase.h"
 #include "vorna/mediasession_keys.h"
+#include "vorna_sinks.h"
 #include "vorna_test_pattern.h"
 
 namespace vorna {
 namespace {
 
-TEST(TestPatternSourceTest, ImageStreamGivesThePatternInTheFormatAskedFor) {
-  Result<MediaConverter> made = vorna::host::CreateTestPatternSource({64, 48, 25.0, 1.0, 440.0, 48000});
-  ASSERT_FALSE(made.IsError());
-  MediaConverter source = made.GetValue();
-  ASSERT_TRUE(Cast<MediaInputInterface>(source));
-  ASSERT_FALSE(source.Analyze({}, 0, 0).IsError());
-  Result<BaseArray<MediaStream>> streams = source.GetOutputStreams(1);
-  ASSERT_EQ(streams.GetValue().GetCount(), 2);
-  MediaStreamImageDataExportInterface image = Cast<MediaStreamImageDataExportInterface>(streams.GetValue()[0]);
-  ASSERT_TRUE(image);
-  EXPECT_EQ(image.GetFormat(MakeData(Int64(1))).Get<Int64>(g_mediaFormatImageWidth).GetValue(), 64);
+struct Connected {
+  MediaConverter source;
+  std::shared_ptr<vorna::host::ImageSink> image;
+  std::shared_ptr<vorna::host::AudioSink> audio;
+};
 
-  ASSERT_FALSE(source.Execute({}, TimeValue(0.2), 0).IsError());
-  PixelFormat bgrx = GetPixelFormat(g_pixelFormatBGRXu8);
-  Result<GetPixelHandlerStruct<>> handler =
-      image.GetPixelStream(MediaStreamPropertiesInterface(), bgrx, bgrx.GetChannelOffsets(), ColorProfile(), 1);
-  ASSERT_FALSE(handler.IsError());
-  std::vector<UChar> line(64 * 4);
-  ASSERT_FALSE(handler.GetValue().getLine(LineRange{0, 3, 64}, LineDestination{line.data(), 32}, 0).IsError());
-  for (int x : {0, 17, 63}) {
-    EXPECT_EQ(line[size_t(x * 4 + 0)], 5) << "blue is the frame at 0.2 s and 25 fps";
-    EXPECT_EQ(line[size_t(x * 4 + 1)], 3) << "green is the line";
-    EXPECT_EQ(line[size_t(x * 4 + 2)], x) << "red is the column";
-  }
-  EXPECT_TRUE(handler.GetValue().getLine(LineRange{0, 48, 64}, LineDestination{line.data(), 32}, 0).IsError());
-  EXPECT_TRUE(IsErrorOfClass(source.Execute({}, TimeValue(1.0), 0).GetError(), g_MediaStreamEOFErrorObject));
+// The source analysed, with sinks on both of its streams and both subscribed.
+Connected Connect(const vorna::host::TestPatternOptions& options) {
+  Connected connected;
+  Result<MediaConverter> made = vorna::host::CreateTestPatternSource(options);
+  EXPECT_FALSE(made.IsError());
+  connected.source = made.GetValue();
+  EXPECT_TRUE(Cast<MediaInputInterface>(connected.source));
+  EXPECT_FALSE(connected.source.Analyze({}, 0, 0).IsError());
+  BaseArray<MediaStream> streams = connected.source.GetOutputStreams(0).GetValue();
+  EXPECT_EQ(streams.GetCount(), 2);
+  connected.image = vorna::host::AttachImageSink(streams[0], "vorna.PixelFormats.RGBA:u8");
+  connected.audio = vorna::host::AttachAudioSink(streams[1]);
+  EXPECT_TRUE(connected.image && connected.audio);
+  EXPECT_FALSE(streams[0].SubscribeStream(MakeData(Int64(1))).IsError());
+  EXPECT_FALSE(streams[1].SubscribeStream(MakeData(Int64(0))).IsError());
+  return connected;
 }
 
-TEST(TestPatternSourceTest, AudioStreamHoldsTheWholeTone) {
-  Result<MediaConverter> made = vorna::host::CreateTestPatternSource({16, 16, 25.0, 0.5, 1000.0, 8000});
-  ASSERT_FALSE(made.IsError());
-  ASSERT_FALSE(made.GetValue().Analyze({}, 0, 0).IsError());
-  MediaStreamAudioDataExportInterface audioStream =
-      Cast<MediaStreamAudioDataExportInterface>(made.GetValue().GetOutputStreams(1).GetValue()[1]);
-  AudioObjectInterface audio = Cast<AudioObjectInterface>(audioStream.GetAudioObject());
-  ASSERT_TRUE(audio);
-  EXPECT_EQ(audio.GetSampleCount(), 4000);
-  EXPECT_EQ(audio.GetChannelCount(), 2);
-  const auto* samples = reinterpret_cast<const Int16*>(audio.GetDataPtr().data);
+TEST(TestPatternSourceTest, DeliversTheFrameOfATimeLikeALoader) {
+  Connected c = Connect({64, 48, 25.0, 1.0, 440.0, 48000, false, "srgb"});
+  ASSERT_FALSE(c.source.Execute({}, TimeValue(0.2), 0).IsError());
+  vorna::host::ImageFrame frame = c.image->GetFrame();
+  ASSERT_EQ(frame.width, 64);
+  ASSERT_EQ(frame.height, 48);
+  EXPECT_EQ(frame.deliveredLines, 48);
+  ASSERT_TRUE(frame.sampleTime.has_value());
+  EXPECT_DOUBLE_EQ(*frame.sampleTime, 0.2);
+  for (int y : {0, 3, 47})
+    for (int x : {0, 17, 63}) {
+      const uint8_t* pixel = &frame.pixels[size_t(y * frame.bytesPerLine + x * 4)];
+      EXPECT_EQ(pixel[0], x) << "red is the column";
+      EXPECT_EQ(pixel[1], y) << "green is the line";
+      EXPECT_EQ(pixel[2], 5) << "blue is the frame at 0.2 s and 25 fps";
+      EXPECT_EQ(pixel[3], 255);
+    }
+  ASSERT_FALSE(c.source.Execute({}, TimeValue(0.21), 0).IsError());
+  EXPECT_EQ(c.image->GetFrameCount(), 1) << "the same frame again goes out only when forced";
+  ASSERT_FALSE(c.source.Execute({}, TimeValue(0.21), MEDIASESSIONFLAGS_FORCE).IsError());
+  EXPECT_EQ(c.image->GetFrameCount(), 2);
+  EXPECT_TRUE(IsErrorOfClass(c.source.Execute({}, TimeValue(1.0), 0).GetError(), g_MediaStreamEOFErrorObject));
+}
+
+TEST(TestPatternSourceTest, DeliversTheWholeToneOnceAtTheFirstExecute) {
+  vorna::host::TestPatternOptions options{16, 16, 25.0, 1.5, 1000.0, 8000, false, "srgb"};
+  Connected c = Connect(options);
+  ASSERT_FALSE(c.source.Execute({}, TimeValue(0.7), 0).IsError());
+  ASSERT_FALSE(c.source.Execute({}, TimeValue(0.0), 0).IsError());
+  EXPECT_EQ(c.audio->GetBlockCount(), 3) << "12000 samples in blocks of 4096";
+  std::vector<uint8_t> bytes = c.audio->GetBytes();
+  ASSERT_EQ(bytes.size(), 12000u * 4);
+  const auto* samples = reinterpret_cast<const Int16*>(bytes.data());
   EXPECT_EQ(samples[0], 0);
-  EXPECT_EQ(samples[4], samples[5]) << "both channels";
-  EXPECT_EQ(samples[4], Int16(std::lround(8192.0 * std::sin(2.0 * M_PI * 1000.0 * 2.0 / 8000.0))));
+  EXPECT_EQ(samples[2 * 4097], samples[2 * 4097 + 1]) << "both channels";
+  EXPECT_EQ(samples[2 * 4097], Int16(std::lround(8192.0 * std::sin(2.0 * M_PI * 1000.0 * 4097.0 / 8000.0))));
 }
 
 TEST(TestPatternSourceTest, AbsurdOptionsAreRefused) {
-  EXPECT_TRUE(IsErrorOfClass(vorna::host::CreateTestPatternSource({0, 16, 25.0, 1.0, 0.0, 48000}).GetError(),
-                             g_IllegalArgumentErrorObject));
+  const vorna::host::TestPatternOptions kAbsurd[] = {
+      {0, 16, 25.0, 1.0, 0.0, 48000, false, "srgb"},     {16, 16, 0.0, 1.0, 0.0, 48000, false, "srgb"},
+      {16, 16, 25.0, 1e300, 0.0, 48000, false, "srgb"},  {16, 16, 25.0, 1.0, 0.0, 48000, false, "no such profile"},
+      {100000, 16, 25.0, 1.0, 0.0, 48000, false, "srgb"},
+  };
+  for (const auto& options : kAbsurd)
+    EXPECT_TRUE(IsErrorOfClass(vorna::host::CreateTestPatternSource(options).GetError(), g_IllegalArgumentErrorObject));
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ bool ParseOptions(int argc, char** argv, Options& options, std::string& error) {
     } else if (arg == "--modules") {
       options.moduleDirectory = argv[++i];
     } else if (arg == "--module") {
-      options.moduleName = argv[++i];
+      options.moduleNames.push_back(argv[++i]);
     } else if (arg == "--log") {
       options.log = true;
     } else if (options.command.empty() && (arg == "--help" || arg == "-h")) {

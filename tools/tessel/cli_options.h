@@ -1,7 +1,7 @@
 // The command line's global options: --set NAME=VALUE (any number), --log, and the
-// hidden --modules DIR and --module NAME that tests use to load another module. They
-// may stand before or after the command; everything else after the command is the
-// command's own.
+// hidden --modules DIR and --module NAME (any number) that tests use to load other
+// modules. They may stand before or after the command; everything else after the
+// command is the command's own.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace tessel::cli {
 struct Options {
   std::vector<std::pair<std::string, std::string>> settings;
   std::string moduleDirectory;
-  std::string moduleName;  // empty: the media module
+  std::vector<std::string> moduleNames;  // empty: the media module
   bool log = false;
   std::string command;
   std::vector<std::string> arguments;

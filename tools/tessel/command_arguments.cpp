@@ -18,12 +18,17 @@ bool Contains(const std::vector<std::string>& names, const std::string& name) {
 bool CommandArguments::Parse(const std::vector<std::string>& arguments, const ArgumentSpec& spec, Failure& failure) {
   for (size_t i = 0; i < arguments.size(); ++i) {
     const std::string& arg = arguments[i];
-    if (Contains(spec.valueOptions, arg)) {
+    bool repeated = Contains(spec.repeatedOptions, arg);
+    if (repeated || Contains(spec.valueOptions, arg)) {
       if (i + 1 >= arguments.size()) {
         failure = UsageFailure(arg + " expects a value");
         return false;
       }
-      _given[arg] = arguments[++i];
+      if (repeated) {
+        _repeated.emplace(arg, arguments[++i]);
+      } else {
+        _given[arg] = arguments[++i];
+      }
     } else if (Contains(spec.flags, arg)) {
       _given[arg] = "";
     } else if (arg.size() > 1 && arg[0] == '-') {
@@ -43,6 +48,13 @@ bool CommandArguments::Parse(const std::vector<std::string>& arguments, const Ar
 std::string CommandArguments::Text(const std::string& name, const std::string& fallback) const {
   auto found = _given.find(name);
   return found == _given.end() ? fallback : found->second;
+}
+
+std::vector<std::string> CommandArguments::Values(const std::string& name) const {
+  std::vector<std::string> values;
+  auto [first, last] = _repeated.equal_range(name);
+  for (auto value = first; value != last; ++value) values.push_back(value->second);
+  return values;
 }
 
 bool CommandArguments::Seconds(const std::string& name, double fallback, double& value, Failure& failure) const {

@@ -4,10 +4,13 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "cli_options.h"
 #include "failure.h"
 #include "frame_grabber.h"
+#include "vorna_export.h"
 
 namespace tessel::cli {
 
@@ -18,6 +21,8 @@ int RunFrames(const Options& options);
 int RunSheet(const Options& options);
 int RunAudio(const Options& options);
 int RunFormats(const Options& options);
+int RunConvert(const Options& options);
+int RunDescribe(const Options& options);
 
 // Prints what the file holds, as text or as one JSON object.
 bool PrintProbe(const std::string& file, bool json, Failure& failure);
@@ -30,6 +35,17 @@ struct SheetRequest {
 };
 // Writes a contact sheet of count frames spread over the movie.
 bool WriteSheet(const std::string& file, const SheetRequest& request, Failure& failure);
+
+struct ConvertJob {
+  std::string input;
+  std::string output;
+  std::string saver;  // empty: the one of OUT's suffix
+  std::vector<std::pair<std::string, std::string>> settings;  // key and value text, in the order given
+  vorna::host::ExportRequest request;  // the source; saver, output and settings are filled in
+  bool json = false;
+};
+// Writes the movie and prints what it wrote, as tessel convert does.
+bool Convert(ConvertJob& job, Failure& failure);
 
 struct SoundRequest {
   std::string output;

@@ -1,11 +1,14 @@
 // tessel demo [CLIP -o DIR]: loads the module through the host and shows what it
 // registered. Given a clip, it then probes it and writes a contact sheet and its sound
-// into DIR, and says where they are; `make demo` runs it on a clip it generates.
+// into DIR, converts it to MP4 and to WMV (WMV2, which the platform encodes), probes
+// those and lays out a sheet of each, and says where everything is; `make demo` runs it
+// on a clip it generates.
 #include <cstdio>
 #include <filesystem>
 
 #include "command_arguments.h"
 #include "commands.h"
+#include "saver_catalogue.h"
 #include "session.h"
 
 namespace tessel::cli {
@@ -18,17 +21,41 @@ void PrintList(const char* title, const std::vector<std::string>& items) {
 }
 
 void PrintModule(const Options& options, const Session& session) {
-  std::printf("Loaded %s from %s\n", options.moduleName.empty() ? MODULE_NAME : options.moduleName.c_str(),
-              options.moduleDirectory.c_str());
-  for (const auto& record : vorna::host::DescribeModule(session.Module())) {
-    std::printf("module %s\n", record.id.c_str());
-    if (!record.dependencies.empty()) PrintList("dependencies", record.dependencies);
-    PrintList("translation units", record.translationUnits);
-    if (!record.initStages.empty()) PrintList("init stages", record.initStages);
+  for (size_t i = 0; i < session.Modules().size(); ++i) {
+    std::printf("Loaded %s from %s\n", ModuleNames(options)[i].c_str(), options.moduleDirectory.c_str());
+    for (const auto& record : vorna::host::DescribeModule(session.Modules()[i])) {
+      std::printf("module %s\n", record.id.c_str());
+      if (!record.dependencies.empty()) PrintList("dependencies", record.dependencies);
+      PrintList("translation units", record.translationUnits);
+      if (!record.initStages.empty()) PrintList("init stages", record.initStages);
+    }
   }
   std::printf("configuration variables:\n");
   for (const auto& variable : vorna::host::ListConfiguration())
     std::printf("  %s = %s  (%s)\n", variable.name.c_str(), variable.value ? "true" : "false", variable.help.c_str());
+}
+
+// The clip as movie.SUFFIX in directory, probed and laid out as sheet_SUFFIX.png. Skipped
+// with a note while no saver writes that suffix.
+bool ConvertClip(const std::string& clip, const std::string& directory, const std::string& suffix,
+                 const std::vector<std::pair<std::string, std::string>>& settings, Failure& failure) {
+  if (FindSaverForSuffix(suffix).empty()) {
+    std::printf("\nNo saver writes .%s files; the conversion to %s is left out.\n", suffix.c_str(), suffix.c_str());
+    return true;
+  }
+  ConvertJob job;
+  job.input = clip;
+  job.output = (std::filesystem::path(directory) / ("movie." + suffix)).string();
+  job.settings = settings;
+  SheetRequest sheet;
+  sheet.output = (std::filesystem::path(directory) / ("sheet_" + suffix + ".png")).string();
+  std::string codec = settings.empty() ? "" : " --codec " + settings.front().second;
+  std::printf("\n$ tessel convert %s %s%s\n", clip.c_str(), job.output.c_str(), codec.c_str());
+  if (!Convert(job, failure)) return false;
+  std::printf("\n$ tessel probe %s\n", job.output.c_str());
+  if (!PrintProbe(job.output, false, failure)) return false;
+  std::printf("\n$ tessel sheet %s -o %s\n", job.output.c_str(), sheet.output.c_str());
+  return WriteSheet(job.output, sheet, failure);
 }
 
 bool ShowClip(const std::string& clip, const std::string& directory, Failure& failure) {
@@ -49,7 +76,8 @@ bool ShowClip(const std::string& clip, const std::string& directory, Failure& fa
   std::printf("\n$ tessel audio %s -o %s\n", clip.c_str(), sound.output.c_str());
   if (!WriteSound(clip, sound, failure)) return false;
   std::printf("\nLook at %s and listen to %s.\n", sheet.output.c_str(), sound.output.c_str());
-  return true;
+  return ConvertClip(clip, directory, "mp4", {}, failure) &&
+         ConvertClip(clip, directory, "wmv", {{"codec", "WMV2"}}, failure);
 }
 
 }  // namespace

@@ -13,7 +13,9 @@ enum ExitCode : int {
   kExitNoReader = 3,     // no registered file format reads the file
   kExitPastEnd = 4,      // the time asked for lies past the end of the stream
   kExitNoModule = 5,     // the host did not start or the module did not load
+  kExitRefused = 6,      // the saver refused the export: a setting, the frame size, the streams
   kExitUsage = 64,       // the command line is wrong
+  kExitCancelled = 130,  // the export was stopped with Ctrl-C
 };
 
 struct Failure {

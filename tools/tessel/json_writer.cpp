@@ -72,6 +72,11 @@ void JsonWriter::Integer(int64_t value) {
   _text += std::to_string(value);
 }
 
+void JsonWriter::Bool(bool value) {
+  BeforeValue();
+  _text += value ? "true" : "false";
+}
+
 void JsonWriter::Null() {
   BeforeValue();
   _text += "null";

@@ -1,5 +1,5 @@
-// Writes one JSON value into a string, on one line: objects, arrays, strings, numbers
-// and null. Keys and values are written in the order they are given; commas come by
+// Writes one JSON value into a string, on one line: objects, arrays, strings, numbers,
+// true, false and null. Keys and values are written in the order they are given; commas come by
 // themselves. A number that JSON cannot hold (infinite, NaN) is written as null.
 #pragma once
 
@@ -22,6 +22,7 @@ class JsonWriter {
   void String(std::string_view text);
   void Number(double value);
   void Integer(int64_t value);
+  void Bool(bool value);
   void Null();
 
   void Field(std::string_view key, std::string_view text) { Key(key), String(text); }

@@ -21,8 +21,17 @@ constexpr const char* USAGE =
     "                               a contact sheet of N frames (12) in C columns (4), with times\n"
     "  audio FILE -o OUT.wav [--stream N]\n"
     "                               the sound of the N-th audio stream as a WAV file\n"
-    "  formats                      the registered file formats, handlers and savers\n"
-    "  demo [CLIP -o DIR]           what the module registered; with a clip: probe, sheet, sound\n"
+    "  convert IN OUT [options]     IN written as a movie by the saver of OUT's suffix (or --saver ID)\n"
+    "    settings: --codec NAME, --bitrate BITS (bits per second, k and M allowed), --keyframes N,\n"
+    "              --audio-codec aac|mp3, --audio-rate HZ, --audio-kbps K, --no-srgb,\n"
+    "              --setting KEY=VALUE (any setting the saver describes)\n"
+    "    source:   --stream N, --square, --from S, --to S, --fps F, --no-audio\n"
+    "    --json:   one summary object at the end; Ctrl-C stops between frames\n"
+    "  describe SAVER [--audio-codec C] [--json]\n"
+    "                               a saver's capabilities and settings\n"
+    "  formats [--json]             the registered file formats, handlers and savers, with suffixes\n"
+    "  demo [CLIP -o DIR]           what the module registered; with a clip: probe, sheet, sound,\n"
+    "                               and the clip converted to MP4 and WMV\n"
     "  help                         this text\n"
     "\n"
     "options for every command:\n"
@@ -30,7 +39,8 @@ constexpr const char* USAGE =
     "  --log                        show the module's diagnostic lines (on stderr)\n"
     "\n"
     "exit codes: 0 done, 1 failed, 2 no such file, 3 no reader for the file,\n"
-    "            4 time past the end of the stream, 5 module not loaded, 64 bad usage\n";
+    "            4 time past the end of the stream, 5 module not loaded,\n"
+    "            6 the saver refused the export, 64 bad usage, 130 stopped with Ctrl-C\n";
 
 struct Command {
   const char* name;
@@ -41,7 +51,8 @@ constexpr Command COMMANDS[] = {
     {"probe", tessel::cli::RunProbe},   {"frame", tessel::cli::RunFrame},
     {"frames", tessel::cli::RunFrames}, {"sheet", tessel::cli::RunSheet},
     {"audio", tessel::cli::RunAudio},   {"formats", tessel::cli::RunFormats},
-    {"demo", tessel::cli::RunDemo},
+    {"demo", tessel::cli::RunDemo},     {"convert", tessel::cli::RunConvert},
+    {"describe", tessel::cli::RunDescribe},
 };
 
 }  // namespace

@@ -26,19 +26,22 @@ bool CheckLocalFile(const std::string& path, const std::string& name, Failure& f
 
 }  // namespace
 
-bool MediaFile::Open(const std::string& file, Failure& failure) {
-  _name = file;
+bool ResolveInput(const std::string& file, vorna::Url& url, Failure& failure) {
   bool isUrl = file.find("://") != std::string::npos;
   if (!isUrl && !CheckLocalFile(file, file, failure)) return false;
-  vorna::Url url;
   if (url.Set(file.c_str()).IsError()) {
     failure = UsageFailure(file + ": not a path or url");
     return false;
   }
-  _urlText = ToStdString(url.ToString());
   vorna::Result<vorna::String> path = url.GetSystemPath();
-  if (isUrl && !path.IsError() && !CheckLocalFile(ToStdString(path.GetValue()), file, failure))
-    return false;
+  return !isUrl || path.IsError() || CheckLocalFile(ToStdString(path.GetValue()), file, failure);
+}
+
+bool MediaFile::Open(const std::string& file, Failure& failure) {
+  _name = file;
+  vorna::Url url;
+  if (!ResolveInput(file, url, failure)) return false;
+  _urlText = ToStdString(url.ToString());
   vorna::Result<std::unique_ptr<vorna::host::ReadingSession>> opened = vorna::host::ReadingSession::Open(url);
   if (opened.IsError()) {
     bool noReader = vorna::IsErrorOfClass(opened.GetError(), vorna::g_IoErrorObject);

@@ -7,9 +7,14 @@
 #include <string>
 
 #include "failure.h"
+#include "vorna/url.h"
 #include "vorna_session.h"
 
 namespace tessel::cli {
+
+// The url of FILE, checked as Open checks it: kExitMissingFile when a local file does not
+// exist, kExitNoReader for a directory, a usage failure for text that is no url.
+bool ResolveInput(const std::string& file, vorna::Url& url, Failure& failure);
 
 class MediaFile {
  public:

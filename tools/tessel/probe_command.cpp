@@ -1,6 +1,5 @@
 // tessel probe FILE [--json]: the file formats that claim the file, and each stream
 // with the formats it can be delivered in.
-#include <cfloat>
 #include <cinttypes>
 #include <cstdio>
 
@@ -73,8 +72,7 @@ std::string DescribeFormatLine(const FormatInfo& f) {
   if (f.width && f.height) parts.push_back(std::to_string(*f.width) + "x" + std::to_string(*f.height));
   if (f.aspectRatio) parts.push_back(Formatted("pixel aspect %.6g", *f.aspectRatio));
   if (f.fps) parts.push_back(Formatted("%.6g fps", *f.fps));
-  // The module gives minus the largest number as the start of a stream with no start of its own.
-  if (f.startTime && *f.startTime > -DBL_MAX) parts.push_back(Formatted("starts at %.6g s", *f.startTime));
+  if (f.startTime) parts.push_back(Formatted("starts at %.6g s", *f.startTime));
   if (f.duration) parts.push_back(Formatted("%.6g s long", *f.duration));
   if (f.channelCount) parts.push_back(std::to_string(*f.channelCount) + " channels");
   if (f.bitsPerChannel) parts.push_back(std::to_string(*f.bitsPerChannel) + " bits");

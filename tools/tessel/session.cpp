@@ -20,8 +20,12 @@ bool IsRegistered(const std::string& name) {
 
 }  // namespace
 
+std::vector<std::string> ModuleNames(const Options& options) {
+  return options.moduleNames.empty() ? std::vector<std::string>{MODULE_NAME} : options.moduleNames;
+}
+
 Session::~Session() {
-  if (_module) vorna::host::UnloadModule(_module);
+  for (auto module = _modules.rbegin(); module != _modules.rend(); ++module) vorna::host::UnloadModule(*module);
   if (_started) vorna::host::Stop();
   vorna::host::SetConsoleSink(nullptr);
 }
@@ -44,14 +48,15 @@ bool Session::Open(const Options& options, Failure& failure) {
       return false;
     }
   }
-  std::string name = options.moduleName.empty() ? MODULE_NAME : options.moduleName;
-  vorna::Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule(name);
-  if (loaded.IsError()) {
-    failure = {kExitNoModule, "cannot load " + name + " from " + options.moduleDirectory + ": " +
-                                  DescribeError(loaded.GetError())};
-    return false;
+  for (const std::string& name : ModuleNames(options)) {
+    vorna::Result<vorna::host::LoadedModule*> loaded = vorna::host::LoadModule(name);
+    if (loaded.IsError()) {
+      failure = {kExitNoModule, "cannot load " + name + " from " + options.moduleDirectory + ": " +
+                                    DescribeError(loaded.GetError())};
+      return false;
+    }
+    _modules.push_back(loaded.GetValue());
   }
-  _module = loaded.GetValue();
   for (const auto& setting : options.settings) {
     if (!IsRegistered(setting.first)) {
       failure = UsageFailure("no configuration variable is named " + setting.first + " (tessel demo lists them)");

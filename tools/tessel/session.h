@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "cli_options.h"
 #include "host_text.h"
@@ -20,14 +21,17 @@ class Session {
   Session& operator=(const Session&) = delete;
   ~Session();
 
-  // Starts the host, applies the settings and loads the module (options.moduleName, or
-  // the media module). False with a failure when that fails.
+  // Starts the host, applies the settings and loads the modules (options.moduleNames,
+  // or the media module). False with a failure when that fails.
   bool Open(const Options& options, Failure& failure);
-  vorna::host::LoadedModule* Module() const { return _module; }
+  const std::vector<vorna::host::LoadedModule*>& Modules() const { return _modules; }
 
  private:
   bool _started = false;
-  vorna::host::LoadedModule* _module = nullptr;
+  std::vector<vorna::host::LoadedModule*> _modules;  // in the order loaded
 };
+
+// The modules a command line loads: its --module names, or the media module.
+std::vector<std::string> ModuleNames(const Options& options);
 
 }  // namespace tessel::cli

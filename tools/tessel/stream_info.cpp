@@ -1,5 +1,7 @@
 #include "stream_info.h"
 
+#include <cfloat>
+
 #include "host_text.h"
 #include "vorna/mediasession_keys.h"
 #include "vorna/mediasession_stream.h"
@@ -42,7 +44,9 @@ FormatInfo DescribeFormat(const MediaStreamFormat& format, int64_t key) {
   info.height = Read<vorna::Int64>(format, vorna::g_mediaFormatImageHeight);
   info.aspectRatio = Read<vorna::Float64>(format, vorna::g_mediaFormatImageAspectratio);
   info.fps = Read<vorna::Float64>(format, vorna::g_mediaFormatVideoFps);
+  // A stream that does not know its start gives minus the largest number.
   info.startTime = ReadSeconds(format, vorna::g_mediaFormatVideoStarttime);
+  if (info.startTime && *info.startTime <= -DBL_MAX) info.startTime.reset();
   info.duration = ReadSeconds(format, vorna::g_mediaFormatVideoDuration);
   info.channelCount = Read<vorna::Int64>(format, vorna::g_mediaFormatAudioChannelcount);
   info.bitsPerChannel = Read<vorna::Int64>(format, vorna::g_mediaFormatAudioBitsperchannel);

@@ -20,7 +20,7 @@ struct FormatInfo {
   std::optional<int64_t> height;
   std::optional<double> aspectRatio;
   std::optional<double> fps;
-  std::optional<double> startTime;  // seconds
+  std::optional<double> startTime;  // seconds; empty also when the stream does not know it
   std::optional<double> duration;   // seconds
   std::optional<int64_t> channelCount;
   std::optional<int64_t> bitsPerChannel;

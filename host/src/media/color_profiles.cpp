@@ -85,6 +85,18 @@ void PublishColorProfiles() {
   }
 }
 
+Data MakeColorProfileData(const ColorProfile& profile) {
+  Data value;
+  const void* block = profile.GetBlock();
+  if (block) value.SetValue(&g_profileReference, &block);
+  return value;
+}
+
+ColorProfile GetColorProfileFromData(const Data& data) {
+  if (!data.GetType() || data.GetType()->referenceClass != refclass::COLOR_PROFILE) return ColorProfile();
+  return ColorProfile::FromBlock(*static_cast<void* const*>(data.GetAddress()));
+}
+
 ColorProfile FindColorProfile(const Char* name) {
   std::string id = std::string(pixel::kColorProfileRegistry) + ":" + name;
   const Data* value = FindPublished(Id(id.c_str()));

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "vorna/colorprofile.h"
+#include "vorna/data.h"
 
 namespace vorna::host {
 
@@ -10,5 +11,10 @@ void RegisterColorProfileProvider();
 void PublishColorProfiles();
 // The published profile of a member name such as "srgb"; null when there is none.
 ColorProfile FindColorProfile(const Char* name);
+// A Data that holds one more reference to profile, of the type the published profiles
+// have; the key vorna.mediaformat.image.colorprofile takes such a Data.
+Data MakeColorProfileData(const ColorProfile& profile);
+// The profile a Data of a colour profile reference type holds; null for any other Data.
+ColorProfile GetColorProfileFromData(const Data& data);
 
 }  // namespace vorna::host

@@ -1,5 +1,5 @@
-// What feeds the host's export streams: a source of frame lines for the image stream,
-// and the audio object of the audio stream.
+// What feeds the host's export streams: a frame source for the image stream, and the
+// audio object of the audio stream.
 #pragma once
 
 #include <memory>
@@ -9,18 +9,34 @@
 
 namespace vorna::host {
 
-// Gives frame lines in RGBA:u8; the stream converts them to the format asked for. May
-// be asked from several threads at once.
-class ImageLineSource {
- public:
-  virtual ~ImageLineSource() = default;
-  virtual Int GetWidth() const = 0;
-  virtual Int GetHeight() const = 0;
-  // Writes count RGBA pixels of line y, from pixel x on.
-  virtual void GetLine(Int x, Int y, Int count, UChar* rgba) const = 0;
+// The shape of a frame: size, pixel aspect, the pixel format its rows are kept in, and
+// the colour profile of their values (null: the format's default).
+struct ExportFrameShape {
+  Int width = 0;
+  Int height = 0;
+  Float64 aspectRatio = 1.0;
+  PixelFormat pixelFormat;
+  ColorProfile colorProfile;
 };
 
-Result<MediaStream> CreateImageExportStream(std::shared_ptr<const ImageLineSource> source);
-Result<MediaStream> CreateAudioExportStream(const AudioObject& audio);
+// The frame an export image stream serves. Its owner changes it only between frames;
+// while a frame is served it is read from any number of threads at once.
+class ExportFrameSource {
+ public:
+  virtual ~ExportFrameSource() = default;
+  // Null while there is no frame.
+  virtual const ExportFrameShape* GetShape() const = 0;
+  // Where pixel x of row y lies, and the step to the next pixel; the caller keeps x and
+  // y inside the shape.
+  virtual LineSource GetPixels(Int x, Int y) const = 0;
+};
+
+// vorna.MediaStreamImageDataExportClass over source: InitStream gives the properties
+// of the current frame, GetPixelStream its rows in any format and profile asked for.
+Result<MediaStream> CreateImageExportStream(std::shared_ptr<const ExportFrameSource> source);
+// vorna.MediaStreamAudioDataExportClass, without sound until SetExportAudio gives it.
+Result<MediaStream> CreateAudioExportStream();
+// The sound the audio export stream's GetAudioObject gives from now on.
+Result<void> SetExportAudio(const ObjectInterface& stream, const AudioObject& audio);
 
 }  // namespace vorna::host

@@ -1,7 +1,7 @@
 // The import stream classes as the host provides them: vorna.MediaStreamImageDataImportClass
 // and vorna.MediaStreamAudioDataImportClass. A converter delivers into them; what the
-// host does with a frame or a block of sound is up to the sink attached to the stream.
-// Without a sink, deliveries succeed and are dropped.
+// host does with a frame or a block of sound is up to the target set on the stream, such
+// as the sinks of vorna_sinks.h. Without a target, deliveries succeed and are dropped.
 #include "vorna/translationunit.h"
 
 #include <algorithm>
@@ -9,6 +9,7 @@
 #include <mutex>
 
 #include "loading/registries.h"
+#include "media/import_targets.h"
 #include "vorna/component.h"
 #include "vorna/mediasession_keys.h"
 #include "vorna/mediasession_stream.h"
@@ -33,7 +34,7 @@ std::optional<double> ReadSeconds(const MediaStreamPropertiesInterface& properti
 }
 
 // Keeps the frame being delivered apart from the last finished one.
-class ImageSinkImpl : public ImageSink {
+class ImageSinkImpl : public ImageSink, public ImageImportTarget {
  public:
   explicit ImageSinkImpl(PixelFormat target) : _target(std::move(target)) {}
 
@@ -47,7 +48,7 @@ class ImageSinkImpl : public ImageSink {
   }
   int64_t GetFrameCount() const override { return _frames.load(); }
 
-  Result<void> Init(const MediaStreamPropertiesInterface& properties) {
+  Result<void> Init(const MediaStreamPropertiesInterface& properties) override {
     Result<Data> format = properties.GetData(g_mediaFormatImagePixelformat);
     if (format.IsError()) return format.GetErrorResult();
     _source = PixelFormat(GetObjectFromData<PixelFormatInterface>(&format.GetValue()));
@@ -73,7 +74,7 @@ class ImageSinkImpl : public ImageSink {
 
   // Lines of one frame come in any order and from several threads at once; each line
   // writes its own bytes.
-  Result<void> StoreLine(const LineRange& range, const LineSource& source) {
+  Result<void> StoreLine(const LineRange& range, const LineSource& source) override {
     if (range.y < 0 || range.y >= _current.height || range.x < 0 || range.count < 0 ||
         range.x + range.count > _current.width)
       return RaiseError(g_IllegalArgumentErrorObject, SINK_LOCATION);
@@ -85,7 +86,7 @@ class ImageSinkImpl : public ImageSink {
     return OK;
   }
 
-  Result<void> Finish(const MediaStreamPropertiesInterface& properties) {
+  Result<void> Finish(const MediaStreamPropertiesInterface& properties) override {
     std::lock_guard lock(_mutex);
     _current.deliveredLines = _lines.load();
     ClearMissingLines();
@@ -115,7 +116,7 @@ class ImageSinkImpl : public ImageSink {
   std::atomic<int64_t> _frames{0};
 };
 
-class AudioSinkImpl : public AudioSink {
+class AudioSinkImpl : public AudioSink, public AudioImportTarget {
  public:
   std::vector<uint8_t> GetBytes() const override {
     std::lock_guard lock(_mutex);
@@ -123,7 +124,7 @@ class AudioSinkImpl : public AudioSink {
   }
   int64_t GetBlockCount() const override { return _blocks.load(); }
 
-  Result<void> Store(const AudioDataBlock& block) {
+  Result<void> Store(const AudioDataBlock& block) override {
     if (block.size < 0 || (block.size > 0 && !block.data)) return RaiseError(g_IllegalArgumentErrorObject, SINK_LOCATION);
     std::lock_guard lock(_mutex);
     _bytes.insert(_bytes.end(), block.data, block.data + block.size);
@@ -145,22 +146,23 @@ class MediaStreamImageImportComponent : public Component<MediaStreamImageImportC
   static ClassRecord _classRecord;
 
   Result<void> InitStream(const MediaStreamPropertiesInterface& properties) {
-    return sink ? sink->Init(properties) : OK;
+    return target ? target->Init(properties) : OK;
   }
   Result<SetPixelHandlerStruct> SetPixelStream(const MediaStreamPropertiesInterface&, const ChannelOffsets&, Int) {
     SetPixelHandlerStruct handler;
-    Result<void> set = sink ? handler.setLine.Set([target = sink](const LineRange& range, const LineSource& source, Int) {
-      return target->StoreLine(range, source);
-    })
-                            : handler.setLine.Set(&DropLine);
+    Result<void> set =
+        target ? handler.setLine.Set([to = target](const LineRange& range, const LineSource& source, Int) {
+          return to->StoreLine(range, source);
+        })
+               : handler.setLine.Set(&DropLine);
     if (set.IsError()) return set.GetErrorResult();
     return handler;
   }
   Result<void> FinishStream(const MediaStreamPropertiesInterface& properties) {
-    return sink ? sink->Finish(properties) : OK;
+    return target ? target->Finish(properties) : OK;
   }
 
-  std::shared_ptr<ImageSinkImpl> sink;
+  std::shared_ptr<ImageImportTarget> target;
 };
 
 class MediaStreamAudioImportComponent : public Component<MediaStreamAudioImportComponent> {
@@ -170,14 +172,14 @@ class MediaStreamAudioImportComponent : public Component<MediaStreamAudioImportC
   Result<void> InitStream(const MediaStreamPropertiesInterface&) { return OK; }
   Result<AudioDataCallback> SetAudioDataCallback(const MediaStreamPropertiesInterface&) {
     AudioDataCallback callback;
-    Result<void> set = sink ? callback.Set([target = sink](const AudioDataBlock& block) { return target->Store(block); })
-                            : callback.Set(&DropBlock);
+    Result<void> set = target ? callback.Set([to = target](const AudioDataBlock& block) { return to->Store(block); })
+                              : callback.Set(&DropBlock);
     if (set.IsError()) return set.GetErrorResult();
     return callback;
   }
   Result<void> FinishStream(const MediaStreamPropertiesInterface&) { return OK; }
 
-  std::shared_ptr<AudioSinkImpl> sink;
+  std::shared_ptr<AudioImportTarget> target;
 };
 
 VORNA_DEFINE_OBJECT_USE(g_streamBase, "vorna.MediaStreamBaseClass");
@@ -201,19 +203,28 @@ VORNA_COMPONENT_CLASS(MediaStreamAudioImportComponent, g_audioImportStreamClass,
                       VORNA_OVERRIDE(MediaStreamAudioDataImportInterface, SetAudioDataCallback),
                       VORNA_OVERRIDE(MediaStreamAudioDataImportInterface, FinishStream));
 
-std::shared_ptr<ImageSink> AttachImageSink(const ObjectInterface& stream, const std::string& pixelFormat) {
+Bool SetImageImportTarget(const ObjectInterface& stream, std::shared_ptr<ImageImportTarget> target) {
   auto* component = GetComponent<MediaStreamImageImportComponent>(stream);
+  if (component) component->target = std::move(target);
+  return component != nullptr;
+}
+
+Bool SetAudioImportTarget(const ObjectInterface& stream, std::shared_ptr<AudioImportTarget> target) {
+  auto* component = GetComponent<MediaStreamAudioImportComponent>(stream);
+  if (component) component->target = std::move(target);
+  return component != nullptr;
+}
+
+std::shared_ptr<ImageSink> AttachImageSink(const ObjectInterface& stream, const std::string& pixelFormat) {
   PixelFormat target = FindPixelFormat(pixelFormat);
-  if (!component || !target) return nullptr;
-  component->sink = std::make_shared<ImageSinkImpl>(std::move(target));
-  return component->sink;
+  if (!target) return nullptr;
+  auto sink = std::make_shared<ImageSinkImpl>(std::move(target));
+  return SetImageImportTarget(stream, sink) ? sink : nullptr;
 }
 
 std::shared_ptr<AudioSink> AttachAudioSink(const ObjectInterface& stream) {
-  auto* component = GetComponent<MediaStreamAudioImportComponent>(stream);
-  if (!component) return nullptr;
-  component->sink = std::make_shared<AudioSinkImpl>();
-  return component->sink;
+  auto sink = std::make_shared<AudioSinkImpl>();
+  return SetAudioImportTarget(stream, sink) ? sink : nullptr;
 }
 
 }  // namespace vorna::host

@@ -1,10 +1,7 @@
 #include "vorna_session.h"
 
+#include "sessions/loader_search.h"
 #include "vorna/errorbase.h"
-#include "vorna/extensionpoint.h"
-#include "vorna/fileformat.h"
-#include "vorna/formatstring.h"
-#include "vorna/referencedata.h"
 
 namespace vorna::host {
 
@@ -12,65 +9,14 @@ namespace {
 
 constexpr SourceLocation SESSION_LOCATION{"host/readingsession", 1, 0};
 
-struct Detected {
-  std::string id;
-  const void* format;
-};
-
-// The file formats that claim url, in registry order. A format whose Detect fails
-// counts as not claiming it.
-std::vector<Detected> DetectFormats(const Url& url) {
-  std::vector<Detected> detected;
-  ExtensionPointHandle* formats = ExtensionPoint::Find(Id("vorna.FileFormats"));
-  for (Int i = 0; i < ExtensionPoint::GetCount(formats); ++i) {
-    const Id* key = nullptr;
-    StrongRef<FileFormatInterface> format =
-        GetObjectFromData<FileFormatInterface>(ExtensionPoint::GetEntry(formats, i, &key));
-    Result<Bool> claims = format ? format.Detect(url) : Result<Bool>(false);
-    if (!claims.IsError() && claims.GetValue()) detected.push_back({key->GetCString(), format.GetPointer()});
-  }
-  return detected;
-}
-
-Bool Claimed(const std::vector<Detected>& detected, const void* format) {
-  for (const Detected& d : detected)
-    if (d.format == format) return true;
-  return false;
-}
-
-// The handler of a claiming format with the highest GetDependends, and its member id.
-StrongRef<FileFormatHandlerInterface> ChooseHandler(const std::vector<Detected>& detected, std::string& id) {
-  StrongRef<FileFormatHandlerInterface> best;
-  ExtensionPointHandle* handlers = ExtensionPoint::Find(Id("vorna.FileFormatHandlers"));
-  for (Int i = 0; i < ExtensionPoint::GetCount(handlers); ++i) {
-    const Id* key = nullptr;
-    StrongRef<FileFormatHandlerInterface> handler =
-        GetObjectFromData<FileFormatHandlerInterface>(ExtensionPoint::GetEntry(handlers, i, &key));
-    if (!handler || !Claimed(detected, handler.GetFileFormat().GetPointer())) continue;
-    if (!best || handler.GetDependends() > best.GetDependends()) {
-      best = handler;
-      id = key->GetCString();
-    }
-  }
-  return best;
-}
-
-ErrorResult NoReader(const Url& url) {
-  String message = FormatToString("No reader for @", url.ToString());
-  return RaiseError(g_IoErrorObject, SESSION_LOCATION, &message);
-}
-
 }  // namespace
 
 Result<std::unique_ptr<ReadingSession>> ReadingSession::Open(const Url& url) {
   std::unique_ptr<ReadingSession> session(new ReadingSession());
-  std::vector<Detected> detected = DetectFormats(url);
-  for (const Detected& d : detected) session->_detected.push_back(d.id);
-  StrongRef<FileFormatHandlerInterface> handler = ChooseHandler(detected, session->_handler);
-  if (!handler) return NoReader(url);
-  VORNA_ASSIGN_OR_RETURN(ObjectRef loader, handler.CreateHandler(url));
-  session->_loader = MediaConverter(Cast<MediaConverterInterface>(loader));
-  if (!session->_loader) return RaiseError(g_MediaSessionWrongTypeErrorObject, SESSION_LOCATION);
+  VORNA_ASSIGN_OR_RETURN(FoundLoader found, FindLoader(url));
+  session->_detected = std::move(found.detected);
+  session->_handler = std::move(found.handler);
+  session->_loader = found.loader;
   VORNA_RETURN_ON_ERROR(session->_loader.Analyze({}, 0, 0));
   VORNA_ASSIGN_OR_RETURN(session->_streams, session->_loader.GetOutputStreams(0));
   return session;

@@ -103,6 +103,8 @@ const DataType TYPES[] = {
     TypeOf<Bytes<32>>("vorna.DataTypes:vorna.DrawRectFloat"),
     TypeOf<Bytes<16>>("vorna.DataTypes:vorna.RlaChannelInfo"),
     TypeOf<String>("vorna.DataTypes:vorna.String"),
+    // The export settings travel in a stream's format as a dictionary; a compressor's
+    // own state in them as an array of bytes.
     TypeOf<DataDictionary>("vorna.DataTypes:vorna.DataDictionary"),
     TypeOf<Array<Char>>("vorna.ParametricTypes:Array<vorna.Char>"),
 };

@@ -1,18 +1,19 @@
-// A small reading module for the host's session tests: a file format that claims
-// memory urls named "pattern...", its handler, and a loader with one image stream of
-// 4x2 BGRX frames whose every byte of blue, green and red is the frame time in tenths
-// of a second. Frames exist for times below one second.
+// The test module's reader: a file format that claims memory urls named "pattern...",
+// its handler, and a loader with one image stream of BGRX frames whose every byte of
+// blue, green and red is the frame time in tenths of a second. Frames are 4x2, or WxH
+// for a name that starts with "pattern-WxH"; they exist for times below one second. The
+// stream's format tells no frame rate and no length.
 #include "vorna/translationunit.h"
 
+#include <cstdio>
 #include <string>
+#include <vector>
 
 #include "vorna/component.h"
 #include "vorna/fileformat.h"
 #include "vorna/mediasession_converter.h"
 #include "vorna/mediasession_keys.h"
 #include "vorna/publishedobject.h"
-
-VORNA_MODULE("net.vorna.test.pattern_reader", "net.vorna.core.framework", "net.vorna.image.framework");
 
 namespace tessel::testmodule {
 
@@ -24,14 +25,28 @@ VORNA_DEFINE_OBJECT_USE(g_imageImportStreamClass, "vorna.MediaStreamImageDataImp
 VORNA_DEFINE_OBJECT_USE(g_propertiesClass, "vorna.MediaStreamPropertiesClass");
 VORNA_DEFINE_OBJECT_USE(g_patternFormatObject, "vorna.FileFormats:test.pattern");
 
-constexpr Int WIDTH = 4;
-constexpr Int HEIGHT = 2;
+struct FrameSize {
+  Int width = 4;
+  Int height = 2;
+};
 
-Result<MediaStreamProperties> FrameProperties(const MediaStreamInterface& stream, Float64 time) {
+// The size a url's name asks for; 4x2 unless it starts with "pattern-WxH".
+FrameSize SizeOf(const Url& url) {
+  FrameSize size;
+  Result<CString> name = url.GetName().GetCString();
+  long width = 0;
+  long height = 0;
+  if (!name.IsError() && std::sscanf(name.GetValue().GetCString(), "pattern-%ldx%ld", &width, &height) == 2 &&
+      width >= 0 && height >= 0 && width <= 1 << 16 && height <= 1 << 16)
+    size = {width, height};
+  return size;
+}
+
+Result<MediaStreamProperties> FrameProperties(const MediaStreamInterface& stream, FrameSize size, Float64 time) {
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties, CreateObjectOf<MediaStreamPropertiesInterface>(g_propertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(stream));
-  VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageWidth, Int64(WIDTH)));
-  VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageHeight, Int64(HEIGHT)));
+  VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageWidth, Int64(size.width)));
+  VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageHeight, Int64(size.height)));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImagePixelformat,
                                            MakeObjectData(GetPixelFormat(g_pixelFormatBGRXu8), g_cowReferenceType)));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaPropertiesVideoSampletime, time));
@@ -57,7 +72,7 @@ class PatternLoaderImpl : public Component<PatternLoaderImpl> {
   Result<void> Analyze(const ConverterBlock&, Int, Int) {
     if (_stream) return OK;
     VORNA_ASSIGN_OR_RETURN(_stream, CreateObjectOf<MediaStreamImageDataImportInterface>(g_imageImportStreamClass, VORNA_SOURCE_LOCATION));
-    VORNA_ASSIGN_OR_RETURN(MediaStreamProperties format, FrameProperties(_stream, 0.0));
+    VORNA_ASSIGN_OR_RETURN(MediaStreamProperties format, FrameProperties(_stream, size, 0.0));
     VORNA_RETURN_ON_ERROR(_stream.AddFormat(MakeData(Int64(1)), format));
     return MediaConverterInterface(GetObjectPointer()).AddOutputStream(_stream);
   }
@@ -68,18 +83,21 @@ class PatternLoaderImpl : public Component<PatternLoaderImpl> {
       String message = String::FromLiteral("End of stream");
       return RaiseError(g_MediaStreamEOFErrorObject, VORNA_SOURCE_LOCATION, &message);
     }
-    VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties, FrameProperties(_stream, time.GetSeconds()));
+    VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties, FrameProperties(_stream, size, time.GetSeconds()));
     VORNA_RETURN_ON_ERROR(_stream.InitStream(properties));
     VORNA_RETURN_ON_ERROR(DeliverLines(properties, UChar(time.GetSeconds() * 10 + 0.5)));
     return _stream.FinishStream(properties);
   }
 
+  FrameSize size;
+
  private:
   Result<void> DeliverLines(const MediaStreamProperties& properties, UChar value) {
     VORNA_ASSIGN_OR_RETURN(SetPixelHandlerStruct handler, _stream.SetPixelStream(properties, ChannelOffsets{}, 0));
-    UChar line[WIDTH * 4];
-    for (Int i = 0; i < WIDTH * 4; ++i) line[i] = (i % 4 == 3) ? 0 : value;
-    for (Int y = 0; y < HEIGHT; ++y) VORNA_RETURN_ON_ERROR(handler.setLine(LineRange{0, y, WIDTH}, LineSource{line, 32}, 0));
+    std::vector<UChar> line(size_t(size.width) * 4);
+    for (size_t i = 0; i < line.size(); ++i) line[i] = (i % 4 == 3) ? 0 : value;
+    for (Int y = 0; y < size.height; ++y)
+      VORNA_RETURN_ON_ERROR(handler.setLine(LineRange{0, y, size.width}, LineSource{line.data(), 32}, 0));
     return OK;
   }
 
@@ -108,8 +126,10 @@ VORNA_COMPONENT_CLASS(PatternLoaderImpl, g_patternLoaderClass, "net.vorna.test.l
                       VORNA_OVERRIDE(MediaConverterInterface, SupportImportStrategy),
                       VORNA_OVERRIDE(MediaConverterInterface, Analyze), VORNA_OVERRIDE(MediaConverterInterface, Execute));
 
-Result<ObjectRef> PatternHandlerImpl::CreateHandler(const Url&) const {
-  return CreateObjectOfClass(GetDefinedClass(g_patternLoaderClass), VORNA_SOURCE_LOCATION);
+Result<ObjectRef> PatternHandlerImpl::CreateHandler(const Url& url) const {
+  VORNA_ASSIGN_OR_RETURN(ObjectRef loader, CreateObjectOfClass(GetDefinedClass(g_patternLoaderClass), VORNA_SOURCE_LOCATION));
+  GetComponent<PatternLoaderImpl>(loader)->size = SizeOf(url);
+  return loader;
 }
 
 VORNA_COMPONENT_CLASS(PatternHandlerImpl, g_patternHandlerClass, "net.vorna.test.fileformathandler.pattern",
