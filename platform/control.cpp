@@ -47,3 +47,5 @@ extern "C" void TesselPlatformFailNextBufferCreation(HRESULT status) { GetCounte
 extern "C" void TesselPlatformFailNextReadSample(HRESULT status) { GetCounters().failNextReadSample = status; }
 
 extern "C" void TesselPlatformShowCodecLog(BOOL show) { tessel::platform::ShowCodecLog(show != FALSE); }
+
+extern "C" void TesselPlatformFailNextGlobalAlloc(DWORD error) { GetCounters().failNextGlobalAlloc = error; }

@@ -31,4 +31,6 @@ TESSEL_PLATFORM_API void TesselPlatformFailNextReadSample(HRESULT status);
 // Whether the codec library's own lines about the files it reads (damaged frames,
 // concealed errors) go to stderr. Off by default: the reader reports through statuses.
 TESSEL_PLATFORM_API void TesselPlatformShowCodecLog(BOOL show);
+// The next GlobalAlloc fails with this Win32 error, returning null (0 clears).
+TESSEL_PLATFORM_API void TesselPlatformFailNextGlobalAlloc(DWORD error);
 }

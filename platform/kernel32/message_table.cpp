@@ -43,6 +43,7 @@ constexpr Message kMessages[] = {
     {122, u"The data area passed to a system call is too small.\r\n"},
     {123, u"The filename, directory name, or volume label syntax is incorrect.\r\n"},
     {131, u"An attempt was made to move the file pointer before the beginning of the file.\r\n"},
+    {158, u"The segment is already unlocked.\r\n"},
     {161, u"The specified path is invalid.\r\n"},
     {183, u"Cannot create a file when that file already exists.\r\n"},
     {206, u"The filename or extension is too long.\r\n"},
