@@ -2,6 +2,7 @@
 #include <atomic>
 
 #include "mfreadwrite/codec_log.h"
+#include "msvfw32/compressor_table.h"
 #include "platform_state.h"
 #include "platform_counters.h"
 #include "tessel_platform_control.h"
@@ -49,3 +50,9 @@ extern "C" void TesselPlatformFailNextReadSample(HRESULT status) { GetCounters()
 extern "C" void TesselPlatformShowCodecLog(BOOL show) { tessel::platform::ShowCodecLog(show != FALSE); }
 
 extern "C" void TesselPlatformFailNextGlobalAlloc(DWORD error) { GetCounters().failNextGlobalAlloc = error; }
+
+extern "C" DWORD TesselPlatformGetCompressors(TesselCompressor* list, DWORD capacity) {
+  auto compressors = tessel::platform::Compressors();
+  for (DWORD i = 0; list && i < capacity && i < compressors.size(); ++i) list[i] = compressors[i].info;
+  return static_cast<DWORD>(compressors.size());
+}

@@ -1,8 +1,9 @@
 // The one door for tests and tools to steer the platform stand-in: the Windows version
-// it reports, its start-up counters, failure injection and the codec library's lines.
-// Nothing else in the platform is test-only.
+// it reports, its start-up counters, failure injection, the codec library's lines and
+// the list of compressors. Nothing else in the platform is test-only.
 #pragma once
 
+#include "vfw.h"
 #include "windows.h"
 
 struct TesselPlatformCounters {
@@ -33,4 +34,17 @@ TESSEL_PLATFORM_API void TesselPlatformFailNextReadSample(HRESULT status);
 TESSEL_PLATFORM_API void TesselPlatformShowCodecLog(BOOL show);
 // The next GlobalAlloc fails with this Win32 error, returning null (0 clears).
 TESSEL_PLATFORM_API void TesselPlatformFailNextGlobalAlloc(DWORD error);
+}
+
+// A video compressor that AVIMakeCompressedStream and ICCompressorChoose know.
+struct TesselCompressor {
+  DWORD fccHandler;  // its four-character code, as COMPVARS and AVICOMPRESSOPTIONS hold it
+  const char* name;  // what the user is shown
+  DWORD flags;       // VIDCF_QUALITY, VIDCF_CRUNCH (data rate), VIDCF_TEMPORAL (key frames)
+};
+
+extern "C" {
+// Copies up to capacity entries of the compressor list into list (which may be null
+// with capacity 0); returns how many compressors there are.
+TESSEL_PLATFORM_API DWORD TesselPlatformGetCompressors(TesselCompressor* list, DWORD capacity);
 }

@@ -17,6 +17,13 @@ namespace tessel::platform {
 struct FormatContextDeleter {
   void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
 };
+// A context made for writing: the file it opened is closed with it.
+struct OutputFormatContextDeleter {
+  void operator()(AVFormatContext* context) const {
+    if (!(context->oformat->flags & AVFMT_NOFILE)) avio_closep(&context->pb);
+    avformat_free_context(context);
+  }
+};
 struct CodecContextDeleter {
   void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
 };
@@ -42,6 +49,7 @@ struct AvioContextDeleter {
 };
 
 using FormatContextPtr = std::unique_ptr<AVFormatContext, FormatContextDeleter>;
+using OutputFormatContextPtr = std::unique_ptr<AVFormatContext, OutputFormatContextDeleter>;
 using CodecContextPtr = std::unique_ptr<AVCodecContext, CodecContextDeleter>;
 using FramePtr = std::unique_ptr<AVFrame, FrameDeleter>;
 using PacketPtr = std::unique_ptr<AVPacket, PacketDeleter>;
