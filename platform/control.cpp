@@ -2,6 +2,7 @@
 #include <atomic>
 
 #include "mfreadwrite/codec_log.h"
+#include "msvfw32/compressor_chooser.h"
 #include "msvfw32/compressor_table.h"
 #include "platform_state.h"
 #include "platform_counters.h"
@@ -50,6 +51,10 @@ extern "C" void TesselPlatformFailNextReadSample(HRESULT status) { GetCounters()
 extern "C" void TesselPlatformShowCodecLog(BOOL show) { tessel::platform::ShowCodecLog(show != FALSE); }
 
 extern "C" void TesselPlatformFailNextGlobalAlloc(DWORD error) { GetCounters().failNextGlobalAlloc = error; }
+
+extern "C" void TesselPlatformSetCompressorChooser(TesselCompressorChooser chooser, void* context) {
+  tessel::platform::InstallCompressorChooser(chooser, context);
+}
 
 extern "C" DWORD TesselPlatformGetCompressors(TesselCompressor* list, DWORD capacity) {
   auto compressors = tessel::platform::Compressors();

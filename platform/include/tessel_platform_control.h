@@ -1,6 +1,6 @@
 // The one door for tests and tools to steer the platform stand-in: the Windows version
 // it reports, its start-up counters, failure injection, the codec library's lines and
-// the list of compressors. Nothing else in the platform is test-only.
+// the compressor chooser. Nothing else in the platform is test-only.
 #pragma once
 
 #include "vfw.h"
@@ -43,7 +43,36 @@ struct TesselCompressor {
   DWORD flags;       // VIDCF_QUALITY, VIDCF_CRUNCH (data rate), VIDCF_TEMPORAL (key frames)
 };
 
+// A choice of compressor: the COMPVARS fields the chooser shows and sets.
+struct TesselCompressorChoice {
+  DWORD fccHandler;
+  LONG quality;        // lQ: 0 to 10000, or ICQUALITY_DEFAULT
+  LONG keyFrameEvery;  // lKey: frames from one key frame to the next, 0 for the compressor's own
+  LONG dataRate;       // lDataRate: kilobytes (1000 bytes) per second, 0 for none
+  const void* state;   // the compressor's own state, stateSize bytes (none: null and 0)
+  LONG stateSize;
+};
+
+// What ICCompressorChoose asks the chooser.
+struct TesselChooserRequest {
+  const char* title;
+  UINT flags;  // ICMF_CHOOSE_KEYFRAME, ICMF_CHOOSE_DATARATE: whether those are offered
+  const TesselCompressor* compressors;  // the compressors to choose from, valid during the call
+  DWORD compressorCount;
+  TesselCompressorChoice preselection;  // from the caller's COMPVARS, or the defaults
+};
+
+// Shows the choice to the user. Returns TRUE with *choice set (it starts as the
+// pre-selection) or FALSE for a cancel. Called on the thread that called
+// ICCompressorChoose; the bytes that choice->state points at must stay valid until
+// ICCompressorChoose returns, which copies them.
+typedef BOOL (*TesselCompressorChooser)(void* context, const TesselChooserRequest* request,
+                                        TesselCompressorChoice* choice);
+
 extern "C" {
+// Installs the chooser that ICCompressorChoose shows (null: none, ICCompressorChoose
+// then answers as if cancelled). context is handed to every call.
+TESSEL_PLATFORM_API void TesselPlatformSetCompressorChooser(TesselCompressorChooser chooser, void* context);
 // Copies up to capacity entries of the compressor list into list (which may be null
 // with capacity 0); returns how many compressors there are.
 TESSEL_PLATFORM_API DWORD TesselPlatformGetCompressors(TesselCompressor* list, DWORD capacity);
