@@ -6,10 +6,6 @@
 
 #include "mfreadwrite/codec_log.h"
 
-extern "C" {
-#include <libavutil/opt.h>
-}
-
 namespace tessel::platform {
 
 HRESULT AviMuxer::Create(const std::string& path, std::unique_ptr<AviMuxer>* muxer) {
@@ -29,25 +25,28 @@ HRESULT AviMuxer::Create(const std::string& path, std::unique_ptr<AviMuxer>* mux
 }
 
 HRESULT AviMuxer::AddStream(const StreamFormat& format, AVRational unit, int* stream) {
+  if (FAILED(failure_)) return failure_;
   AVStream* added = avformat_new_stream(context_.get(), nullptr);
-  if (!added) return AVIERR_MEMORY;
+  if (!added) return Fail(AVIERR_MEMORY);
   try {
     units_.push_back(unit);
   } catch (const std::bad_alloc&) {
-    return AVIERR_MEMORY;
+    return Fail(AVIERR_MEMORY);
   }
   added->time_base = unit;
   *stream = added->index;
-  return FillCodecParameters(format, added->codecpar);
+  HRESULT hr = FillCodecParameters(format, added->codecpar);
+  return FAILED(hr) ? Fail(hr) : S_OK;
 }
 
 HRESULT AviMuxer::Start() {
+  if (FAILED(failure_)) return failure_;
   AVDictionary* options = nullptr;
   av_dict_set(&options, "flipped_raw_rgb", "1", 0);
   int error = avformat_write_header(context_.get(), &options);
   av_dict_free(&options);
   started_ = error >= 0;
-  if (error == AVERROR(EINVAL)) failure_ = AVIERR_BADFORMAT;
+  if (error == AVERROR(EINVAL)) return Fail(AVIERR_BADFORMAT);
   return Check(error);
 }
 
@@ -74,9 +73,14 @@ HRESULT AviMuxer::Finish() {
 
 // Write errors of the file show in its I/O context, which buffers what it writes.
 HRESULT AviMuxer::Check(int error) {
-  if (SUCCEEDED(failure_) && (error < 0 || (context_->pb && context_->pb->error < 0))) {
-    failure_ = error == AVERROR(ENOMEM) ? AVIERR_MEMORY : AVIERR_FILEWRITE;
+  if (error < 0 || (context_->pb && context_->pb->error < 0)) {
+    return Fail(error == AVERROR(ENOMEM) ? AVIERR_MEMORY : AVIERR_FILEWRITE);
   }
+  return failure_;
+}
+
+HRESULT AviMuxer::Fail(HRESULT status) {
+  if (SUCCEEDED(failure_)) failure_ = status;
   return failure_;
 }
 

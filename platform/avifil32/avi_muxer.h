@@ -23,13 +23,16 @@ class AviMuxer {
   HRESULT AddStream(const StreamFormat& format, AVRational unit, int* stream);
   // Writes the header. Uncompressed RGB is declared bottom-up.
   HRESULT Start();
-  // One chunk of a stream at its position. After a failed write every call fails alike.
+  // One chunk of a stream at its position. After any failure every call fails alike.
   HRESULT Write(int stream, const uint8_t* data, size_t size, int64_t position, bool key);
   // Writes the index and closes the file; the status of the first failure, if any.
   HRESULT Finish();
 
  private:
+  // The failure an FFmpeg error (or a write error of the file) means, or S_OK.
   HRESULT Check(int error);
+  // Keeps the first failure; gives it.
+  HRESULT Fail(HRESULT status);
 
   OutputFormatContextPtr context_;
   PacketPtr packet_;
