@@ -24,13 +24,13 @@ namespace {
 int QuantiserFor(DWORD quality) { return 2 + static_cast<int>(std::lround((10000 - quality) * 29 / 10000.0)); }
 double RateFactorFor(DWORD quality) { return 12 + (10000 - quality) * 28 / 10000.0; }
 
-HRESULT StatusFromOpenError(int error) {
+HRESULT StatusOfOpening(int error) {
   if (error == AVERROR(ENOMEM)) return AVIERR_MEMORY;
   if (error == AVERROR(EINVAL) || error == AVERROR(ERANGE)) return AVIERR_BADFORMAT;
   return AVIERR_COMPRESSOR;
 }
 
-HRESULT StatusFromCodingError(int error) { return error == AVERROR(ENOMEM) ? AVIERR_MEMORY : AVIERR_COMPRESSOR; }
+HRESULT StatusOfCoding(int error) { return error == AVERROR(ENOMEM) ? AVIERR_MEMORY : AVIERR_COMPRESSOR; }
 
 class FfmpegCompressor final : public VideoCompressor {
  public:
@@ -44,14 +44,17 @@ class FfmpegCompressor final : public VideoCompressor {
  private:
   void Configure(const CompressorSettings& settings);
   HRESULT OpenEncoder(const AVCodec* encoder);
-  HRESULT AllocateFrame();
+  // A picture to convert into: one of the pictures made before that the encoder no
+  // longer holds, or a new one. Reusing them spares the memory system a new picture
+  // for each frame while an encoder's threads hold several.
+  AVFrame* FreePicture();
   HRESULT DescribeFormat();
   // Hands every packet the encoder has ready to sink.
   HRESULT Drain(const FrameSink& sink);
 
   const FfmpegCodec& codec_;
   CodecContextPtr context_;
-  FramePtr frame_;
+  std::vector<FramePtr> pictures_;
   PacketPtr packet_;
   DibConverter converter_;
   int lambda_ = 0;  // each frame's quality; 0 lets the rate control choose
@@ -68,7 +71,6 @@ HRESULT FfmpegCompressor::Open(const CompressorSettings& settings) {
   if (!context_ || !packet_) return AVIERR_MEMORY;
   Configure(settings);
   HRESULT hr = OpenEncoder(encoder);
-  if (SUCCEEDED(hr)) hr = AllocateFrame();
   if (SUCCEEDED(hr)) hr = converter_.Open(settings.width, settings.height, settings.stride, settings.bottomUp,
                                           codec_.input);
   if (SUCCEEDED(hr)) hr = DescribeFormat();
@@ -119,16 +121,25 @@ HRESULT FfmpegCompressor::OpenEncoder(const AVCodec* encoder) {
   int error = av_dict_parse_string(&options, codec_.options, "=", ":", 0);
   if (error >= 0) error = avcodec_open2(context_.get(), encoder, &options);
   av_dict_free(&options);
-  return error < 0 ? StatusFromOpenError(error) : S_OK;
+  return error < 0 ? StatusOfOpening(error) : S_OK;
 }
 
-HRESULT FfmpegCompressor::AllocateFrame() {
-  frame_.reset(av_frame_alloc());
-  if (!frame_) return AVIERR_MEMORY;
-  frame_->format = codec_.input;
-  frame_->width = context_->width;
-  frame_->height = context_->height;
-  return av_frame_get_buffer(frame_.get(), 0) < 0 ? AVIERR_MEMORY : S_OK;
+AVFrame* FfmpegCompressor::FreePicture() {
+  for (const FramePtr& picture : pictures_) {
+    if (av_frame_is_writable(picture.get())) return picture.get();
+  }
+  FramePtr picture(av_frame_alloc());
+  if (!picture) return nullptr;
+  picture->format = codec_.input;
+  picture->width = context_->width;
+  picture->height = context_->height;
+  if (av_frame_get_buffer(picture.get(), 0) < 0) return nullptr;
+  try {
+    pictures_.push_back(std::move(picture));
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+  return pictures_.back().get();
 }
 
 HRESULT FfmpegCompressor::DescribeFormat() {
@@ -152,20 +163,21 @@ HRESULT FfmpegCompressor::DescribeFormat() {
 }
 
 HRESULT FfmpegCompressor::Compress(const uint8_t* frame, int64_t position, bool forceKey, const FrameSink& sink) {
-  // The encoder may still hold the last picture; then it gets a new one.
-  if (av_frame_make_writable(frame_.get()) < 0) return AVIERR_MEMORY;
-  converter_.Convert(frame, frame_.get());
-  frame_->pts = position;
-  frame_->quality = lambda_;
-  frame_->pict_type = forceKey ? AV_PICTURE_TYPE_I : AV_PICTURE_TYPE_NONE;
-  int error = avcodec_send_frame(context_.get(), frame_.get());
-  if (error < 0) return StatusFromCodingError(error);
+  AVFrame* picture = FreePicture();
+  if (!picture) return AVIERR_MEMORY;
+  HRESULT hr = converter_.Convert(frame, picture);
+  if (FAILED(hr)) return hr;
+  picture->pts = position;
+  picture->quality = lambda_;
+  picture->pict_type = forceKey ? AV_PICTURE_TYPE_I : AV_PICTURE_TYPE_NONE;
+  int error = avcodec_send_frame(context_.get(), picture);
+  if (error < 0) return StatusOfCoding(error);
   return Drain(sink);
 }
 
 HRESULT FfmpegCompressor::Flush(const FrameSink& sink) {
   int error = avcodec_send_frame(context_.get(), nullptr);
-  if (error < 0) return StatusFromCodingError(error);
+  if (error < 0) return StatusOfCoding(error);
   return Drain(sink);
 }
 
@@ -173,7 +185,7 @@ HRESULT FfmpegCompressor::Drain(const FrameSink& sink) {
   for (;;) {
     int error = avcodec_receive_packet(context_.get(), packet_.get());
     if (error == AVERROR(EAGAIN) || error == AVERROR_EOF) return S_OK;
-    if (error < 0) return StatusFromCodingError(error);
+    if (error < 0) return StatusOfCoding(error);
     CompressedFrame compressed{packet_->data, static_cast<size_t>(packet_->size), packet_->pts,
                                (packet_->flags & AV_PKT_FLAG_KEY) != 0};
     HRESULT hr = sink(compressed);
