@@ -31,8 +31,8 @@ InstalledChooser CurrentChooser() {
   return g_installed;
 }
 
-// The caller's choice, or the defaults when COMPVARS holds none. The state stays
-// locked until Unlock.
+// The caller's choice, or the defaults when COMPVARS holds none; its state stays locked
+// while the preselection lives.
 class Preselection {
  public:
   explicit Preselection(const COMPVARS& compVars) : handle_(compVars.lpState) {

@@ -87,7 +87,7 @@ HRESULT AviWriter::Open(const std::string& path, const AviJob& job) {
   return hr;
 }
 
-HRESULT AviWriter::WriteSound(const AviJob& job) {
+HRESULT AviWriter::CreateSound(const AviJob& job, Microsoft::WRL::ComPtr<IAVIStream>* sound) {
   WAVEFORMATEX wave{WAVE_FORMAT_PCM, 2, DWORD(job.soundRate), DWORD(job.soundRate) * 4, 4, 16, 0};
   AVISTREAMINFOW info{};
   info.fccType = streamtypeAUDIO;
@@ -95,14 +95,14 @@ HRESULT AviWriter::WriteSound(const AviJob& job) {
   info.dwRate = wave.nSamplesPerSec * wave.nBlockAlign;
   info.dwQuality = DWORD(-1);
   info.dwSampleSize = wave.nBlockAlign;
-  PAVISTREAM sound = nullptr;
-  HRESULT hr = AVIFileCreateStreamW(file.Get(), &sound, &info);
-  if (SUCCEEDED(hr)) hr = AVIStreamSetFormat(sound, 0, &wave, sizeof(wave));
-  std::vector<int16_t> samples = ToneSamples(job.soundRate, job.soundSamples);
-  if (SUCCEEDED(hr))
-    hr = AVIStreamWrite(sound, 0, job.soundSamples, samples.data(), LONG(samples.size() * 2), 0, nullptr, nullptr);
-  AVIStreamRelease(sound);
-  return hr;
+  HRESULT hr = AVIFileCreateStreamW(file.Get(), &*sound, &info);
+  return SUCCEEDED(hr) ? AVIStreamSetFormat(sound->Get(), 0, &wave, sizeof(wave)) : hr;
+}
+
+HRESULT AviWriter::WriteSound(const AviJob& job) {
+  Microsoft::WRL::ComPtr<IAVIStream> sound;
+  HRESULT hr = CreateSound(job, &sound);
+  return SUCCEEDED(hr) ? WriteTone(sound.Get(), job) : hr;
 }
 
 HRESULT AviWriter::WriteFrame(const AviJob& job, int position, int picture, DWORD flags) {
@@ -164,6 +164,30 @@ AviContents ReadAvi(const std::string& path) {
   av_packet_free(&packet);
   avformat_close_input(&input);
   return contents;
+}
+
+HRESULT WriteTone(IAVIStream* sound, const AviJob& job) {
+  std::vector<int16_t> tone = ToneSamples(job.soundRate, job.soundSamples);
+  return AVIStreamWrite(sound, 0, job.soundSamples, tone.data(), LONG(tone.size() * 2), 0, nullptr, nullptr);
+}
+
+IndexedFrame LastFrameThroughIndex(const std::string& path) {
+  IndexedFrame found;
+  AVFormatContext* input = nullptr;
+  if (avformat_open_input(&input, path.c_str(), nullptr, nullptr) < 0) return found;
+  int video = av_find_best_stream(input, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+  AVPacket* packet = av_packet_alloc();
+  if (video >= 0) {
+    found.entries = avformat_index_get_entries_count(input->streams[video]);
+    if (av_seek_frame(input, video, found.entries - 1, 0) >= 0) {
+      while (av_read_frame(input, packet) >= 0 && packet->stream_index != video) av_packet_unref(packet);
+      found.position = packet->pts;
+      found.bytes.assign(packet->data, packet->data + packet->size);
+    }
+  }
+  av_packet_free(&packet);
+  avformat_close_input(&input);
+  return found;
 }
 
 namespace {

@@ -47,6 +47,8 @@ struct AviWriter {
   // Opens the file, creates the video stream, the compressing stream on it and sets
   // the frame format; the first failing status.
   HRESULT Open(const std::string& path, const AviJob& job);
+  // A sound stream with its format: 16-bit stereo at the job's rate.
+  HRESULT CreateSound(const AviJob& job, Microsoft::WRL::ComPtr<IAVIStream>* sound);
   // The whole sound in a stream of its own, released at once.
   HRESULT WriteSound(const AviJob& job);
   // Pattern picture `picture` at `position` of the compressing stream.
@@ -59,6 +61,9 @@ struct AviWriter {
   Microsoft::WRL::ComPtr<IAVIStream> stream;
   Microsoft::WRL::ComPtr<IAVIStream> compressed;
 };
+
+// All of the job's tone samples in one write.
+HRESULT WriteTone(IAVIStream* sound, const AviJob& job);
 
 // Writes a whole job with AviWriter: the sound, then every frame at its number. The
 // first failing status, or S_OK.
@@ -82,6 +87,15 @@ struct AviContents {
   double soundLead = 0;
 };
 AviContents ReadAvi(const std::string& path);
+
+// What the index of a file's video stream holds: how many frames, and the last of them
+// as found through it.
+struct IndexedFrame {
+  int entries = 0;
+  int64_t position = -1;
+  std::vector<uint8_t> bytes;
+};
+IndexedFrame LastFrameThroughIndex(const std::string& path);
 
 // A file name in a folder of the test's own, which RemoveTempAvis removes.
 std::string TempAviPath(const std::string& name);
