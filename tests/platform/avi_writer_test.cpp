@@ -173,6 +173,27 @@ TEST_P(KeyFrameDistance, KeyFramesComeAtTheDistanceAsked) {
 INSTANTIATE_TEST_SUITE_P(KeyFrameCompressors, KeyFrameDistance,
                          ::testing::Values("xvid", "mp42", "mp43", "wmv1", "wmv2", "h264", "cvid", "msvc"));
 
+// The compressing stream takes DIBs and gives its source the compressor's format.
+TEST_F(AviTest, EachStreamTellsItsFormatAndCompressor) {
+  AviJob job = Job("mjpg");
+  AviWriter writer;
+  ASSERT_EQ(writer.Open(TempAviPath("formats.avi"), job), S_OK);
+  BITMAPINFOHEADER taken{};
+  BITMAPINFOHEADER stored{};
+  LONG size = sizeof(taken);
+  ASSERT_EQ(writer.compressed->ReadFormat(0, &taken, &size), S_OK);
+  EXPECT_EQ(taken.biCompression, BI_RGB);
+  EXPECT_EQ(taken.biBitCount, 24);
+  size = sizeof(stored);
+  ASSERT_EQ(writer.stream->ReadFormat(0, &stored, &size), S_OK);
+  EXPECT_EQ(stored.biCompression, Code("MJPG"));
+  EXPECT_EQ(stored.biWidth, job.width);
+  AVISTREAMINFOW info{};
+  ASSERT_EQ(writer.compressed->Info(&info, sizeof(info)), S_OK);
+  EXPECT_EQ(info.fccHandler, Code("mjpg"));
+  EXPECT_EQ(info.dwRate, job.rate);
+}
+
 TEST_F(AviTest, AKeyFrameIsMadeWhenAskedFor) {
   std::string path = TempAviPath("forced.avi");
   AviJob job = Job("xvid");
