@@ -78,7 +78,7 @@ HRESULT AviFile::SetStreamFormat(size_t stream, const void* format, LONG size) {
 HRESULT AviFile::WriteFrame(size_t stream, LONG position, const void* data, LONG size, bool key) {
   Stream& s = streams_[stream];
   if (s.formatBytes.empty()) return AVIERR_BADFORMAT;
-  if (position < s.next || size < 0 || (!data && size > 0)) return AVIERR_BADPARAM;
+  if (position < s.next || position == INT32_MAX || size < 0 || (!data && size > 0)) return AVIERR_BADPARAM;
   HRESULT hr = muxer_->Started() ? S_OK : StartFile();
   if (SUCCEEDED(hr)) hr = WriteSoundUntil(int64_t(position) + 1, UnitOf(s.info));
   if (SUCCEEDED(hr)) hr = muxer_->Write(s.muxerStream, static_cast<const uint8_t*>(data), size_t(size), position, key);

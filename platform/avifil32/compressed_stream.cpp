@@ -113,7 +113,7 @@ HRESULT CompressedStream::Write(LONG lStart, LONG lSamples, LPVOID lpBuffer, LON
                                 LONG* plSampWritten, LONG* plBytesWritten) {
   if (!compressor_) return AVIERR_BADFORMAT;
   if (dwFlags & ~AVIIF_KEYFRAME) return AVIERR_BADFLAGS;
-  if (lSamples != 1 || lStart < next_ || !lpBuffer) return AVIERR_BADPARAM;
+  if (lSamples != 1 || lStart < next_ || lStart == INT32_MAX || !lpBuffer) return AVIERR_BADPARAM;
   if (cbBuffer < 0 || size_t(cbBuffer) < frameBytes_) return AVIERR_BADSIZE;
   bytesPassed_ = 0;
   HRESULT hr = compressor_->Compress(static_cast<const uint8_t*>(lpBuffer), lStart, (dwFlags & AVIIF_KEYFRAME) != 0,

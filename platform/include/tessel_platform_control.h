@@ -55,7 +55,7 @@ struct TesselCompressorChoice {
 
 // What ICCompressorChoose asks the chooser.
 struct TesselChooserRequest {
-  const char* title;
+  const char* title;  // null when the caller gave none
   UINT flags;  // ICMF_CHOOSE_KEYFRAME, ICMF_CHOOSE_DATARATE: whether those are offered
   const TesselCompressor* compressors;  // the compressors to choose from, valid during the call
   DWORD compressorCount;

@@ -136,6 +136,20 @@ TEST_F(AviTest, FrameRateComesFromRateAndScale) {
   }
 }
 
+// Rows of 65 pixels are padded to 196 bytes in the DIBs; lossless compressors give them
+// back exactly all the same.
+TEST_F(AviTest, PaddedRowsComeBackExactly) {
+  for (const char* code : {"DIB ", "hfyu", "ffv1"}) {
+    std::string path = TempAviPath("padded.avi");
+    AviJob job = Job(code, 65, 49);
+    job.frames = 3;
+    ASSERT_EQ(WriteAvi(path, job), S_OK) << code;
+    int frames = 0;
+    EXPECT_EQ(LowestPsnr(path, job, &frames), 100) << code;
+    EXPECT_EQ(frames, job.frames) << code;
+  }
+}
+
 class QualityOrder : public AviTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(QualityOrder, MoreQualityNeverGivesASmallerFile) {
