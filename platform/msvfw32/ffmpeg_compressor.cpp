@@ -102,13 +102,14 @@ void FfmpegCompressor::Configure(const CompressorSettings& settings) {
     c->flags |= AV_CODEC_FLAG_QSCALE;
     c->global_quality = lambda_;
   }
+  const int keyFrameEvery = static_cast<int>(std::min<DWORD>(settings.keyFrameEvery, INT32_MAX));
   switch (codec_.keyFrames) {
     case KeyFrameControl::kIntraOnly: c->gop_size = 1; break;
     case KeyFrameControl::kGopSize:
-      if (settings.keyFrameEvery > 0) c->gop_size = static_cast<int>(settings.keyFrameEvery);
+      if (keyFrameEvery > 0) c->gop_size = keyFrameEvery;
       break;
     case KeyFrameControl::kIntervalAfterMinimum:
-      if (settings.keyFrameEvery > 0) c->keyint_min = static_cast<int>(settings.keyFrameEvery) - 1;
+      if (keyFrameEvery > 0) c->keyint_min = keyFrameEvery - 1;
       break;
   }
   if (codec_.quality == QualityControl::kCrf && !rateControlled) {
