@@ -3,6 +3,8 @@
 
 #include "mfreadwrite/codec_log.h"
 #include "mfreadwrite/h264_preset.h"
+#include "msvfw32/compressor_chooser.h"
+#include "msvfw32/compressor_table.h"
 #include "platform_state.h"
 #include "platform_counters.h"
 #include "tessel_platform_control.h"
@@ -54,3 +56,15 @@ extern "C" void TesselPlatformSetSinkDiskSpace(LONGLONG bytes) { GetCounters().s
 extern "C" void TesselPlatformSetH264Preset(const char* preset) { tessel::platform::SetH264Preset(preset); }
 
 extern "C" void TesselPlatformShowCodecLog(BOOL show) { tessel::platform::ShowCodecLog(show != FALSE); }
+
+extern "C" void TesselPlatformFailNextGlobalAlloc(DWORD error) { GetCounters().failNextGlobalAlloc = error; }
+
+extern "C" void TesselPlatformSetCompressorChooser(TesselCompressorChooser chooser, void* context) {
+  tessel::platform::InstallCompressorChooser(chooser, context);
+}
+
+extern "C" DWORD TesselPlatformGetCompressors(TesselCompressor* list, DWORD capacity) {
+  auto compressors = tessel::platform::Compressors();
+  for (DWORD i = 0; list && i < capacity && i < compressors.size(); ++i) list[i] = compressors[i].info;
+  return static_cast<DWORD>(compressors.size());
+}

@@ -15,6 +15,7 @@ struct Counters {
   std::atomic<int32_t> failNextBufferCreation{0};
   std::atomic<int32_t> failNextReadSample{0};
   std::atomic<int32_t> refuseAdvancedProcessing{0};
+  std::atomic<uint32_t> failNextGlobalAlloc{0};
   std::atomic<int64_t> liveSourceReaders{0};
   std::atomic<int64_t> liveSinkWriters{0};
   std::atomic<int32_t> failNextEncoderOpen{0};

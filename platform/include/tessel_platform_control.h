@@ -1,9 +1,10 @@
 // The one door for tests and tools to steer the platform stand-in: the Windows version
-// it reports, its start-up counters, failure injection, the H.264 encoder's speed and the
-// codec library's lines.
-// Nothing else in the platform is test-only.
+// it reports, its start-up counters, failure injection, the H.264 encoder's speed, the
+// codec library's lines and the compressor chooser. Nothing else in the platform is
+// test-only.
 #pragma once
 
+#include "vfw.h"
 #include "windows.h"
 
 struct TesselPlatformCounters {
@@ -43,4 +44,48 @@ TESSEL_PLATFORM_API void TesselPlatformSetH264Preset(const char* preset);
 // Whether the codec library's own lines about the files it reads (damaged frames,
 // concealed errors) go to stderr. Off by default: the reader reports through statuses.
 TESSEL_PLATFORM_API void TesselPlatformShowCodecLog(BOOL show);
+// The next GlobalAlloc fails with this Win32 error, returning null (0 clears).
+TESSEL_PLATFORM_API void TesselPlatformFailNextGlobalAlloc(DWORD error);
+}
+
+// A video compressor that AVIMakeCompressedStream and ICCompressorChoose know.
+struct TesselCompressor {
+  DWORD fccHandler;  // its four-character code, as COMPVARS and AVICOMPRESSOPTIONS hold it
+  const char* name;  // what the user is shown
+  DWORD flags;       // VIDCF_QUALITY, VIDCF_CRUNCH (data rate), VIDCF_TEMPORAL (key frames)
+};
+
+// A choice of compressor: the COMPVARS fields the chooser shows and sets.
+struct TesselCompressorChoice {
+  DWORD fccHandler;
+  LONG quality;        // lQ: 0 to 10000, or ICQUALITY_DEFAULT
+  LONG keyFrameEvery;  // lKey: frames from one key frame to the next, 0 for the compressor's own
+  LONG dataRate;       // lDataRate: kilobytes (1000 bytes) per second, 0 for none
+  const void* state;   // the compressor's own state, stateSize bytes (none: null and 0)
+  LONG stateSize;
+};
+
+// What ICCompressorChoose asks the chooser.
+struct TesselChooserRequest {
+  const char* title;  // null when the caller gave none
+  UINT flags;  // ICMF_CHOOSE_KEYFRAME, ICMF_CHOOSE_DATARATE: whether those are offered
+  const TesselCompressor* compressors;  // the compressors to choose from, valid during the call
+  DWORD compressorCount;
+  TesselCompressorChoice preselection;  // from the caller's COMPVARS, or the defaults
+};
+
+// Shows the choice to the user. Returns TRUE with *choice set (it starts as the
+// pre-selection) or FALSE for a cancel. Called on the thread that called
+// ICCompressorChoose; the bytes that choice->state points at must stay valid until
+// ICCompressorChoose returns, which copies them.
+typedef BOOL (*TesselCompressorChooser)(void* context, const TesselChooserRequest* request,
+                                        TesselCompressorChoice* choice);
+
+extern "C" {
+// Installs the chooser that ICCompressorChoose shows (null: none, ICCompressorChoose
+// then answers as if cancelled). context is handed to every call.
+TESSEL_PLATFORM_API void TesselPlatformSetCompressorChooser(TesselCompressorChooser chooser, void* context);
+// Copies up to capacity entries of the compressor list into list (which may be null
+// with capacity 0); returns how many compressors there are.
+TESSEL_PLATFORM_API DWORD TesselPlatformGetCompressors(TesselCompressor* list, DWORD capacity);
 }

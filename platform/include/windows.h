@@ -50,7 +50,16 @@ using FLOAT = float;
 using DOUBLE = double;
 using SCODE = int32_t;
 using HLOCAL = void*;
+using HGLOBAL = void*;
 using LANGID = WORD;
+using LPARAM = LONG_PTR;
+
+struct RECT {
+  LONG left;
+  LONG top;
+  LONG right;
+  LONG bottom;
+};
 
 union LARGE_INTEGER {
   struct {
@@ -115,6 +124,23 @@ inline constexpr UINT LMEM_FIXED = 0x0000;
 inline constexpr UINT LMEM_ZEROINIT = 0x0040;
 inline constexpr UINT LPTR = LMEM_FIXED | LMEM_ZEROINIT;
 
+// GlobalAlloc flags.
+inline constexpr UINT GMEM_FIXED = 0x0000;
+inline constexpr UINT GMEM_MOVEABLE = 0x0002;
+inline constexpr UINT GMEM_ZEROINIT = 0x0040;
+inline constexpr UINT GHND = GMEM_MOVEABLE | GMEM_ZEROINIT;
+inline constexpr UINT GPTR = GMEM_FIXED | GMEM_ZEROINIT;
+
+// Open modes of files (OpenFile, AVIFileOpenW).
+inline constexpr UINT OF_READ = 0x00000000;
+inline constexpr UINT OF_WRITE = 0x00000001;
+inline constexpr UINT OF_READWRITE = 0x00000002;
+inline constexpr UINT OF_SHARE_EXCLUSIVE = 0x00000010;
+inline constexpr UINT OF_SHARE_DENY_WRITE = 0x00000020;
+inline constexpr UINT OF_SHARE_DENY_READ = 0x00000030;
+inline constexpr UINT OF_SHARE_DENY_NONE = 0x00000040;
+inline constexpr UINT OF_CREATE = 0x00001000;
+
 extern "C" {
 TESSEL_PLATFORM_API ULONGLONG WINAPI VerSetConditionMask(ULONGLONG conditionMask, DWORD typeMask,
                                                          BYTE condition);
@@ -127,6 +153,17 @@ TESSEL_PLATFORM_API void WINAPI SetLastError(DWORD error);
 // success.
 TESSEL_PLATFORM_API HLOCAL WINAPI LocalAlloc(UINT flags, SIZE_T bytes);
 TESSEL_PLATFORM_API HLOCAL WINAPI LocalFree(HLOCAL memory);
+
+// Memory handed between a program and the system's dialogs, such as a compressor's
+// state in COMPVARS. A handle is valid until GlobalFree; GlobalLock gives its memory
+// (the same address for every lock) and counts locks, GlobalUnlock returns TRUE while
+// locks remain. A handle the platform did not hand out fails with
+// ERROR_INVALID_HANDLE. GlobalFree returns null on success, the handle on failure.
+TESSEL_PLATFORM_API HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T bytes);
+TESSEL_PLATFORM_API LPVOID WINAPI GlobalLock(HGLOBAL memory);
+TESSEL_PLATFORM_API BOOL WINAPI GlobalUnlock(HGLOBAL memory);
+TESSEL_PLATFORM_API HGLOBAL WINAPI GlobalFree(HGLOBAL memory);
+TESSEL_PLATFORM_API SIZE_T WINAPI GlobalSize(HGLOBAL memory);
 
 // Only FORMAT_MESSAGE_FROM_SYSTEM is served: the text of a status from the system's
 // message table, with its "\r\n" line end. With FORMAT_MESSAGE_ALLOCATE_BUFFER, buffer

@@ -1,5 +1,7 @@
 // The system message table: Win32 errors, COM statuses and Media Foundation statuses,
-// worded as the system words them.
+// worded as the system words them. The system has no texts of its own for the
+// statuses of the AVI functions (0x80044065 on); theirs say what failed in the words of
+// the published reference of those functions.
 #include "kernel32/message_table.h"
 
 #include <algorithm>
@@ -43,6 +45,7 @@ constexpr Message kMessages[] = {
     {122, u"The data area passed to a system call is too small.\r\n"},
     {123, u"The filename, directory name, or volume label syntax is incorrect.\r\n"},
     {131, u"An attempt was made to move the file pointer before the beginning of the file.\r\n"},
+    {158, u"The segment is already unlocked.\r\n"},
     {161, u"The specified path is invalid.\r\n"},
     {183, u"Cannot create a file when that file already exists.\r\n"},
     {206, u"The filename or extension is too long.\r\n"},
@@ -62,6 +65,25 @@ constexpr Message kMessages[] = {
     {0x80040110, u"Class does not support aggregation (or class object is remote)\r\n"},
     {0x80040154, u"Class not registered\r\n"},
     {0x800401F0, u"CoInitialize has not been called.\r\n"},
+    {0x80044065, u"The operation is not supported for this AVI file or stream.\r\n"},
+    {0x80044066, u"The data format is corrupt, unrecognized, or not accepted by the stream or its compressor.\r\n"},
+    {0x80044067, u"There is not enough memory to complete the AVI operation.\r\n"},
+    {0x80044068, u"An internal error occurred in the AVI file functions.\r\n"},
+    {0x80044069, u"The flags passed to the AVI function are not valid.\r\n"},
+    {0x8004406A, u"A parameter passed to the AVI function is not valid.\r\n"},
+    {0x8004406B, u"A size passed to the AVI function is not valid.\r\n"},
+    {0x8004406C, u"The AVI file or stream handle is not valid.\r\n"},
+    {0x8004406D, u"A disk error occurred while reading the AVI file.\r\n"},
+    {0x8004406E, u"A disk error occurred while writing the AVI file.\r\n"},
+    {0x8004406F, u"A disk error occurred while opening the AVI file.\r\n"},
+    {0x80044070, u"The video compressor failed.\r\n"},
+    {0x80044071, u"A suitable compressor cannot be found.\r\n"},
+    {0x80044072, u"The AVI file is open for reading only.\r\n"},
+    {0x80044073, u"The AVI stream holds no data.\r\n"},
+    {0x80044074, u"The buffer passed to the AVI function is too small.\r\n"},
+    {0x80044075, u"The data cannot be compressed.\r\n"},
+    {0x800440C6, u"The AVI operation was cancelled by the user.\r\n"},
+    {0x800440C7, u"An unknown error occurred in the AVI file functions.\r\n"},
     {0xC00D36B0, u"Platform not initialized. Please call MFStartup().\r\n"},
     {0xC00D36B1, u"The buffer was too small to carry out the requested action.\r\n"},
     {0xC00D36B2, u"The request is invalid in the current state.\r\n"},

@@ -18,9 +18,16 @@ namespace tessel::platform {
 struct FormatContextDeleter {
   void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
 };
-// A muxer's context; the AVIO context it writes through has an owner of its own.
+// A muxer's context whose AVIO context has an owner of its own.
 struct OutputContextDeleter {
   void operator()(AVFormatContext* context) const { avformat_free_context(context); }
+};
+// A context made for writing that owns the file it opened, closed with it.
+struct OutputFormatContextDeleter {
+  void operator()(AVFormatContext* context) const {
+    if (!(context->oformat->flags & AVFMT_NOFILE)) avio_closep(&context->pb);
+    avformat_free_context(context);
+  }
 };
 struct CodecContextDeleter {
   void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
@@ -51,6 +58,7 @@ struct AvioContextDeleter {
 
 using FormatContextPtr = std::unique_ptr<AVFormatContext, FormatContextDeleter>;
 using OutputContextPtr = std::unique_ptr<AVFormatContext, OutputContextDeleter>;
+using OutputFormatContextPtr = std::unique_ptr<AVFormatContext, OutputFormatContextDeleter>;
 using CodecContextPtr = std::unique_ptr<AVCodecContext, CodecContextDeleter>;
 using FramePtr = std::unique_ptr<AVFrame, FrameDeleter>;
 using PacketPtr = std::unique_ptr<AVPacket, PacketDeleter>;
