@@ -1,7 +1,8 @@
-// Multimedia basics: four-character codes and the wave format of sound streams. Laid
-// out as on 64-bit Windows: WAVEFORMATEX is packed to 18 bytes.
+// Multimedia basics: four-character codes, and the wave format of sound streams from
+// mmreg.h.
 #pragma once
 
+#include "mmreg.h"
 #include "windows.h"
 
 using FOURCC = DWORD;
@@ -12,19 +13,4 @@ using FOURCC = DWORD;
    ((DWORD)(BYTE)(ch3) << 24))
 #define MAKEFOURCC(ch0, ch1, ch2, ch3) mmioFOURCC(ch0, ch1, ch2, ch3)
 
-inline constexpr WORD WAVE_FORMAT_PCM = 1;
-
-#pragma pack(push, 1)
-// cbSize bytes of format-specific data follow; PCM has none.
-struct WAVEFORMATEX {
-  WORD wFormatTag;
-  WORD nChannels;
-  DWORD nSamplesPerSec;
-  DWORD nAvgBytesPerSec;
-  WORD nBlockAlign;
-  WORD wBitsPerSample;
-  WORD cbSize;
-};
-#pragma pack(pop)
 using LPWAVEFORMATEX = WAVEFORMATEX*;
-static_assert(sizeof(WAVEFORMATEX) == 18);
