@@ -36,7 +36,9 @@ class Array {
 
   Int GetCount() const { return _block ? _block->elements.GetCount() : 0; }
   const T& operator[](Int i) const { return _block->elements[i]; }
-  Block<const T> ToBlock() const { return _block ? _block->elements.ToBlock() : Block<const T>{}; }
+  Block<const T> ToBlock() const {
+    return _block ? Block<const T>{_block->elements.GetData(), _block->elements.GetCount()} : Block<const T>{};
+  }
   Bool IsShared() const { return _block && !RefCounter::IsExclusive(_block); }
 
   // The elements, private to this reference; null when no block can be had.
