@@ -3,7 +3,6 @@
 #include "avi_compressor_choice.h"
 #include "avi_settings.h"
 #include "media_win_mf.h"
-#include "movie_savers.h"
 #include "saver_capabilities.h"
 
 namespace tessel {

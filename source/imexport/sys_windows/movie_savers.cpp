@@ -24,11 +24,6 @@ Result<void> FinishMovie(WindowsMFMovieWriter& writer) {
 
 }  // namespace
 
-ObjectRef PublishedSaverFormat(ObjectUseRecord& use) {
-  static void* const none = nullptr;
-  return ObjectRef(ObjectInterface(*static_cast<void* const*>(LookupObjectValue(use, &none))));
-}
-
 template <typename SELF>
 Result<void> MovieSaverMF<SELF>::Init() {
   if (const DataType* uchar = DataTypeOf<UChar>()) _bitDepth = *uchar;

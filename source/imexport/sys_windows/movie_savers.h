@@ -74,7 +74,4 @@ class MovieSaverWMVImpl : public MovieSaverMF<MovieSaverWMVImpl> {
   static vorna::ObjectUseRecord& FILE_FORMAT;
 };
 
-// The published file format of a saver.
-vorna::ObjectRef PublishedSaverFormat(vorna::ObjectUseRecord& use);
-
 }  // namespace tessel

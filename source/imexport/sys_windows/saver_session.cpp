@@ -40,6 +40,11 @@ Result<void> TakeImageStream(const MediaStreamInterface& stream, const SaverStre
 
 }  // namespace
 
+ObjectRef PublishedSaverFormat(ObjectUseRecord& use) {
+  static void* const none = nullptr;
+  return ObjectRef(ObjectInterface(*static_cast<void* const*>(LookupObjectValue(use, &none))));
+}
+
 Result<MediaConverterInterface> SingleInput(const ConverterBlock& inputs) {
   if (inputs.count != 1) return RaiseError(g_IllegalStateErrorObject, VORNA_SOURCE_LOCATION);
   return Cast<MediaConverterInterface>(inputs[0]);

@@ -16,6 +16,9 @@ namespace tessel {
 using ImageExportStream = vorna::StrongRef<vorna::MediaStreamImageDataExportInterface>;
 using AudioExportStream = vorna::StrongRef<vorna::MediaStreamAudioDataExportInterface>;
 
+// The published file format a saver names; null while it is not available.
+vorna::ObjectRef PublishedSaverFormat(vorna::ObjectUseRecord& use);
+
 // The one input converter of a call; an illegal-state error without a message for any
 // other count.
 vorna::Result<vorna::MediaConverterInterface> SingleInput(const vorna::ConverterBlock& inputs);
