@@ -177,7 +177,7 @@ TEST_F(ConvertCommandsTest, DescribeShowsTheSettingsAndCapabilitiesOfASaver) {
   const json& settings = description["settings"];
   ASSERT_EQ(settings.size(), 8u);
   EXPECT_EQ(settings[0], json::parse(R"({"key":"codec","type":"Id","default":"BGRX","minimum":null,
-                                          "choices":["BGRX","YUY2","BGR"]})"));
+                                          "maximum":null,"choices":["BGRX","YUY2","BGR"]})"));
   EXPECT_EQ(settings[1]["type"], "BytesValue");
   EXPECT_EQ(settings[1]["minimum"], 0);
   EXPECT_EQ(settings[3]["default"], false);
