@@ -23,6 +23,7 @@ int RunAudio(const Options& options);
 int RunFormats(const Options& options);
 int RunConvert(const Options& options);
 int RunDescribe(const Options& options);
+int RunCompressors(const Options& options);
 
 // Prints what the file holds, as text or as one JSON object.
 bool PrintProbe(const std::string& file, bool json, Failure& failure);

@@ -52,7 +52,7 @@ constexpr Command COMMANDS[] = {
     {"frames", tessel::cli::RunFrames}, {"sheet", tessel::cli::RunSheet},
     {"audio", tessel::cli::RunAudio},   {"formats", tessel::cli::RunFormats},
     {"demo", tessel::cli::RunDemo},     {"convert", tessel::cli::RunConvert},
-    {"describe", tessel::cli::RunDescribe},
+    {"describe", tessel::cli::RunDescribe}, {"compressors", tessel::cli::RunCompressors},
 };
 
 }  // namespace
