@@ -62,6 +62,7 @@ TEST_F(ConvertCommandsTest, JsonSummarySaysWhatWasWritten) {
   EXPECT_EQ(summary["output"], "out.rec");
   EXPECT_EQ(summary["saver"], "rec");
   EXPECT_EQ(summary["codec"], "BGRX") << "the saver's default";
+  EXPECT_TRUE(summary["compressor"].is_null()) << "no compressor was chosen";
   EXPECT_EQ(summary["frames"], 10);
   EXPECT_DOUBLE_EQ(summary["seconds"].get<double>(), 1.0);
   EXPECT_GE(summary["elapsed"].get<double>(), 0.0);
