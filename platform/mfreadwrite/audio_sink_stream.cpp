@@ -14,13 +14,13 @@ namespace {
 
 class AudioSinkStream final : public SinkStream {
  public:
-  AudioSinkStream(const AudioTarget& target, bool globalHeaders) : target_(target), globalHeaders_(globalHeaders) {}
+  AudioSinkStream(const AudioTarget& target, const ContainerNeeds& needs) : target_(target), needs_(needs) {}
 
   HRESULT SetInputType(IMFMediaType* type) override {
     PcmInput input;
     HRESULT hr = ReadPcmInput(type, &input);
     std::unique_ptr<AudioEncoder> encoder;
-    if (SUCCEEDED(hr)) hr = AudioEncoder::Open(target_, input, globalHeaders_, &encoder);
+    if (SUCCEEDED(hr)) hr = AudioEncoder::Open(target_, input, needs_.globalHeaders, &encoder);
     if (SUCCEEDED(hr)) encoder_ = std::move(encoder);
     return hr;
   }
@@ -51,15 +51,16 @@ class AudioSinkStream final : public SinkStream {
 
  private:
   AudioTarget target_;
-  bool globalHeaders_;
+  ContainerNeeds needs_;
   std::unique_ptr<AudioEncoder> encoder_;
   bool started_ = false;
 };
 
 }  // namespace
 
-HRESULT CreateAudioSinkStream(const AudioTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream) {
-  stream->reset(new (std::nothrow) AudioSinkStream(target, globalHeaders));
+HRESULT CreateAudioSinkStream(const AudioTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream) {
+  stream->reset(new (std::nothrow) AudioSinkStream(target, needs));
   return *stream ? S_OK : E_OUTOFMEMORY;
 }
 

@@ -34,10 +34,12 @@ class SinkStream {
 // A stream for the target type in the container. MF_E_INVALIDMEDIATYPE for a type that
 // the container can't hold or that is incomplete, MF_E_TOPO_CODEC_NOT_FOUND for a codec
 // without an encoder here.
-HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, bool globalHeaders,
+HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, const ContainerNeeds& needs,
                          std::unique_ptr<SinkStream>* stream);
 
-HRESULT CreateVideoSinkStream(const VideoTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream);
-HRESULT CreateAudioSinkStream(const AudioTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream);
+HRESULT CreateVideoSinkStream(const VideoTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream);
+HRESULT CreateAudioSinkStream(const AudioTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream);
 
 }  // namespace tessel::platform

@@ -58,7 +58,8 @@ HRESULT SinkWriter::AddStream(IMFMediaType* targetMediaType, DWORD* streamIndex)
   std::lock_guard lock(mutex_);
   if (state_ != State::kSettingUp) return MF_E_INVALIDREQUEST;
   Stream added;
-  HRESULT hr = CreateSinkStream(targetMediaType, container_, muxer_->WantsGlobalHeaders(), &added.stream);
+  ContainerNeeds needs{muxer_->WantsGlobalHeaders(), container_.decodeTimes};
+  HRESULT hr = CreateSinkStream(targetMediaType, container_, needs, &added.stream);
   if (FAILED(hr)) return hr;
   streams_.push_back(std::move(added));
   *streamIndex = DWORD(streams_.size() - 1);
