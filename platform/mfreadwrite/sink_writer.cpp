@@ -4,16 +4,13 @@
 #include <new>
 
 #include "mferror.h"
-#include "mfreadwrite/av_status.h"
+#include "mfreadwrite/media_time.h"
+#include "mfreadwrite/sample_bytes.h"
 #include "platform_counters.h"
 
 namespace tessel::platform {
 
 namespace {
-
-LONGLONG Ticks(int64_t time, AVRational timeBase) {
-  return av_rescale_q(time, timeBase, {1, int(kTicksPerSecond)});
-}
 
 void Add(MF_SINK_WRITER_STATISTICS& total, const MF_SINK_WRITER_STATISTICS& part) {
   total.llLastTimestampReceived = std::max(total.llLastTimestampReceived, part.llLastTimestampReceived);
@@ -104,7 +101,7 @@ HRESULT SinkWriter::Deliver(Stream& stream, std::vector<PacketPtr>& packets) {
     ++statistics.qwNumSamplesEncoded;
     ++statistics.qwNumSamplesProcessed;
     statistics.qwByteCountProcessed += QWORD(packet->size);
-    statistics.llLastTimestampEncoded = statistics.llLastTimestampProcessed = Ticks(packet->pts, stream.timeBase);
+    statistics.llLastTimestampEncoded = statistics.llLastTimestampProcessed = UnitsToTicks(packet->pts, stream.timeBase);
     HRESULT hr = muxer_->Write(stream.muxerIndex, std::move(packet));
     if (FAILED(hr)) return hr;
   }
@@ -117,11 +114,15 @@ HRESULT SinkWriter::WriteSample(DWORD streamIndex, IMFSample* sample) {
   HRESULT hr = CheckWriting(streamIndex);
   if (FAILED(hr)) return hr;
   Stream& stream = streams_[streamIndex];
-  LONGLONG time = 0;
-  if (SUCCEEDED(sample->GetSampleTime(&time))) stream.statistics.llLastTimestampReceived = time;
   ++stream.statistics.qwNumSamplesReceived;
+  LONGLONG time = 0;
+  if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
+  stream.statistics.llLastTimestampReceived = time;
+  SampleBytes bytes;
+  hr = bytes.Lock(sample);
+  if (FAILED(hr)) return hr;
   std::vector<PacketPtr> packets;
-  hr = stream.stream->Write(sample, &packets);
+  hr = stream.stream->Write(time, bytes.Data(), bytes.Length(), &packets);
   HRESULT delivered = Deliver(stream, packets);
   if (SUCCEEDED(hr)) hr = delivered;
   return SUCCEEDED(hr) ? muxer_->Flush() : hr;

@@ -7,9 +7,8 @@
 
 #include "mfapi.h"
 #include "mferror.h"
-#include "mfreadwrite/av_status.h"
+#include "mfreadwrite/media_time.h"
 #include "mfreadwrite/picture_converter.h"
-#include "mfreadwrite/sample_bytes.h"
 #include "mfreadwrite/sink_stream.h"
 #include "mfreadwrite/video_encoder.h"
 
@@ -41,15 +40,10 @@ class VideoSinkStream final : public SinkStream {
     return encoder_->Describe(parameters);
   }
 
-  HRESULT Write(IMFSample* sample, std::vector<PacketPtr>* packets) override {
-    LONGLONG time = 0;
-    if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
-    SampleBytes bytes;
-    HRESULT hr = bytes.Lock(sample);
-    if (FAILED(hr)) return hr;
-    if (bytes.Length() < frameBytes_) return MF_E_BUFFERTOOSMALL;
+  HRESULT Write(LONGLONG time, const BYTE* data, size_t length, std::vector<PacketPtr>* packets) override {
+    if (length < frameBytes_) return MF_E_BUFFERTOOSMALL;
     AVFrame* picture = nullptr;
-    hr = converter_.Convert(bytes.Data(), &picture);
+    HRESULT hr = converter_.Convert(data, &picture);
     if (FAILED(hr)) return hr;
     picture->pts = FrameSlot(time);
     return encoder_->Encode(picture, packets);
@@ -68,8 +62,7 @@ class VideoSinkStream final : public SinkStream {
   // The frame slot nearest to time. Two samples for one slot can't share a time in the
   // file, so the later one takes the next slot.
   int64_t FrameSlot(LONGLONG time) {
-    int64_t slot = av_rescale_q_rnd(time, {1, int(kTicksPerSecond)}, av_inv_q(target_.frameRate),
-                                    AVRounding(AV_ROUND_NEAR_INF | AV_ROUND_PASS_MINMAX));
+    int64_t slot = NearestUnits(time, av_inv_q(target_.frameRate));
     if (lastSlot_ != kNoSlot) slot = std::max(slot, lastSlot_ + 1);
     lastSlot_ = slot;
     return slot;
