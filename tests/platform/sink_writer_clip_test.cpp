@@ -107,6 +107,10 @@ TEST_P(ClipMatrix, ReadsBackAsWritten) {
   EXPECT_EQ(facts.audio.sampleRate, 48000);
   EXPECT_EQ(facts.audio.channels, 2);
   EXPECT_NEAR(facts.audio.end - facts.audio.start, 1.0, 0.06);
+  EXPECT_NEAR(double(facts.audio.bytes) * 8 / (facts.audio.end - facts.audio.start), 192000, 19200);
+  if (c.audioCodec == AV_CODEC_ID_MP3) {
+    EXPECT_EQ(facts.audio.bytes, int64_t(facts.audio.packets) * 576) << "constant rate, 576 bytes a frame";
+  }
   EXPECT_NEAR(SoundOnset(path), facts.video.start, 0.02) << "sound and picture start together";
   ExpectPicturesOf(spec, path, 35.0);
   if (std::string(c.suffix) != ".asf") {
@@ -133,6 +137,30 @@ TEST(WrittenClip, FrameRateIsKeptAsARatio) {
     EXPECT_NEAR(av_q2d(facts.video.frameRate), 29.97, 0.03) << suffix;
     EXPECT_EQ(facts.video.packets, 60) << suffix;
     EXPECT_NEAR(facts.video.end - facts.video.start, 60 / 29.97, 1 / 29.97) << suffix;
+  }
+}
+
+// Without a profile the encoder's own choice stands, and a level of 0xFFFFFFFF leaves the
+// level to the encoder (kAnyLevel).
+TEST(WrittenClip, H264ProfileAndLevelAreTheOnesAsked) {
+  constexpr int kAnyLevel = 0;
+  struct Case {
+    UINT32 profile, level;
+    int expectedProfile, expectedLevel;
+  };
+  for (const Case& c : {Case{66, 30, FF_PROFILE_H264_CONSTRAINED_BASELINE, 30}, Case{100, 41, FF_PROFILE_H264_HIGH, 41},
+                        Case{0, 0xFFFFFFFF, FF_PROFILE_H264_HIGH, kAnyLevel}}) {
+    ClipSpec spec{".mp4", &MFVideoFormat_H264, nullptr};
+    spec.profile = c.profile, spec.level = c.level, spec.frames = 5;
+    std::string path = WrittenPath("profile_" + std::to_string(c.profile) + ".mp4");
+    ASSERT_EQ(WriteClip(spec, path), S_OK);
+    MovieFacts facts = ProbeMovie(path);
+    EXPECT_EQ(facts.video.profile, c.expectedProfile) << c.profile;
+    if (c.expectedLevel == kAnyLevel) {
+      EXPECT_GT(facts.video.level, 0);
+    } else {
+      EXPECT_EQ(facts.video.level, c.expectedLevel) << c.profile;
+    }
   }
 }
 

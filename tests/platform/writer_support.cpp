@@ -84,6 +84,7 @@ void DescribeStream(const AVStream& stream, StreamFacts* facts) {
   facts->present = true;
   facts->codec = codec.codec_id;
   facts->profile = codec.profile;
+  facts->level = codec.level;
   facts->width = codec.width;
   facts->height = codec.height;
   facts->aspect = codec.sample_aspect_ratio.num ? codec.sample_aspect_ratio : stream.sample_aspect_ratio;
@@ -131,8 +132,8 @@ ComPtr<IMFMediaType> VideoTargetType(const ClipSpec& spec) {
   type->SetUINT32(MF_MT_AVG_BITRATE, spec.bitRate);
   if (spec.keyFrames) type->SetUINT32(MF_MT_MAX_KEYFRAME_SPACING, spec.keyFrames);
   if (*spec.video == MFVideoFormat_H264) {
-    type->SetUINT32(MF_MT_MPEG2_PROFILE, eAVEncH264VProfile_Main);
-    type->SetUINT32(MF_MT_MPEG2_LEVEL, 0xFFFFFFFF);
+    type->SetUINT32(MF_MT_MPEG2_PROFILE, spec.profile);
+    type->SetUINT32(MF_MT_MPEG2_LEVEL, spec.level);
   }
   return type;
 }

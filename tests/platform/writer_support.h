@@ -30,6 +30,8 @@ struct ClipSpec {
   UINT32 aspectDenominator = 1;
   UINT32 bitRate = 2000000;
   UINT32 keyFrames = 12;  // 0 leaves MF_MT_MAX_KEYFRAME_SPACING out
+  UINT32 profile = 77;    // of H.264: eAVEncH264VProfile_Main
+  UINT32 level = 0xFFFFFFFF;
   int frames = 25;
   // The sound: the output rate and the PCM input's rate, channels and sample size. The
   // tone lasts as long as the frames unless soundSeconds says otherwise.
@@ -79,6 +81,7 @@ struct StreamFacts {
   bool present = false;
   int codec = 0;  // AVCodecID
   int profile = 0;
+  int level = 0;
   int width = 0, height = 0;
   AVRational aspect{0, 1};
   AVRational frameRate{0, 1};
