@@ -1,6 +1,7 @@
 // SinkWriter: the order of calls, the streams, and the packets on their way to the file.
 #include "mfreadwrite/sink_writer.h"
 
+#include <algorithm>
 #include <new>
 
 #include "mferror.h"
@@ -81,6 +82,8 @@ HRESULT SinkWriter::BeginWriting() {
   for (Stream& stream : streams_) {
     if (!stream.stream->HasInputType()) return MF_E_TRANSFORM_TYPE_NOT_SET;
   }
+  // From here a failure leaves the muxer half made, and the writer can't begin again.
+  state_ = State::kBroken;
   for (Stream& stream : streams_) {
     AVCodecParameters* parameters = avcodec_parameters_alloc();
     if (!parameters) return E_OUTOFMEMORY;

@@ -236,15 +236,20 @@ TEST(SinkWriterRelease, UnfinishedWriterLeavesItsFile) {
   EXPECT_FALSE(ProbeMovie(path).opened) << "an MPEG-4 file without its index";
 }
 
-TEST(SinkWriterFailures, FullDiskFailsWriteSampleAndFinalize) {
+TEST(SinkWriterFailures, FullDiskFailsBeginWritingWriteSampleAndFinalize) {
   ClipSpec spec{".asf", &MFVideoFormat_WMV2, nullptr};
   DWORD video = 0, audio = 0;
+  ComPtr<IMFSinkWriter> starting = CreateWriter(WrittenPath("full_at_the_start.asf"));
+  ASSERT_EQ(starting->AddStream(VideoTargetType(spec).Get(), &video), S_OK);
+  ASSERT_EQ(starting->SetInputMediaType(video, VideoInputType(spec).Get(), nullptr), S_OK);
   ComPtr<IMFSinkWriter> writing = BeginClip(spec, WrittenPath("full_while_writing.asf"), &video, &audio);
   ComPtr<IMFSinkWriter> finishing = BeginClip(spec, WrittenPath("full_at_the_end.asf"), &video, &audio);
   for (int i = 0; i < spec.frames; ++i) ASSERT_EQ(finishing->WriteSample(video, PatternSample(spec, i, false).Get()), S_OK);
   HRESULT status = S_OK;
   {
     DiskSpace full(0);
+    EXPECT_EQ(starting->BeginWriting(), kDiskFull) << "ASF writes its header at once";
+    EXPECT_EQ(starting->BeginWriting(), MF_E_INVALIDREQUEST);
     for (int i = 0; i < spec.frames && SUCCEEDED(status); ++i) {
       status = writing->WriteSample(video, PatternSample(spec, i, false).Get());
     }
