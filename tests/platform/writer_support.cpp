@@ -87,7 +87,8 @@ void DescribeStream(const AVStream& stream, StreamFacts* facts) {
   facts->level = codec.level;
   facts->width = codec.width;
   facts->height = codec.height;
-  facts->aspect = codec.sample_aspect_ratio.num ? codec.sample_aspect_ratio : stream.sample_aspect_ratio;
+  facts->aspect = codec.sample_aspect_ratio;
+  facts->containerAspect = stream.sample_aspect_ratio;
   facts->frameRate = stream.r_frame_rate;
   facts->matrix = codec.color_space;
   facts->primaries = codec.color_primaries;

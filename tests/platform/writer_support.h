@@ -83,7 +83,8 @@ struct StreamFacts {
   int profile = 0;
   int level = 0;
   int width = 0, height = 0;
-  AVRational aspect{0, 1};
+  AVRational aspect{0, 1};           // pixel aspect in the codec's stream
+  AVRational containerAspect{0, 1};  // and in the container
   AVRational frameRate{0, 1};
   AVColorSpace matrix = AVCOL_SPC_UNSPECIFIED;
   AVColorPrimaries primaries = AVCOL_PRI_UNSPECIFIED;
