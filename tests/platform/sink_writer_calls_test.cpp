@@ -217,23 +217,25 @@ TEST(SinkWriterOrder, CallsOutOfOrderAreInvalidRequests) {
   EXPECT_EQ(ProbeMovie(WrittenPath("order.mp4")).video.packets, 3);
 }
 
-// Released without Finalize: the file holds what the muxer wrote, and the writer and its
-// encoders are gone.
+// Released without Finalize: the file holds what the muxer wrote, and the writer, its
+// encoders and its muxer are gone.
 TEST(SinkWriterRelease, UnfinishedWriterLeavesItsFile) {
-  ClipSpec spec{".mp4", &MFVideoFormat_H264, &MFAudioFormat_AAC};
-  std::string path = WrittenPath("unfinished.mp4");
-  int64_t before = TesselPlatformGetCounters().liveSinkWriters;
-  {
-    DWORD video = 0, audio = 0;
-    ComPtr<IMFSinkWriter> writer = BeginClip(spec, path, &video, &audio);
-    ASSERT_TRUE(writer);
-    EXPECT_EQ(TesselPlatformGetCounters().liveSinkWriters, before + 1);
-    ASSERT_EQ(writer->WriteSample(audio, MakeSample(TonePcm(1, 44100, 2, 16), 0, Ticks(1)).Get()), S_OK);
-    for (int i = 0; i < 10; ++i) ASSERT_EQ(writer->WriteSample(video, PatternSample(spec, i, true).Get()), S_OK);
+  for (const char* suffix : {".mp4", ".asf"}) {
+    ClipSpec spec{suffix, &MFVideoFormat_H264, &MFAudioFormat_AAC};
+    std::string path = WrittenPath(std::string("unfinished") + suffix);
+    int64_t before = TesselPlatformGetCounters().liveSinkWriters;
+    {
+      DWORD video = 0, audio = 0;
+      ComPtr<IMFSinkWriter> writer = BeginClip(spec, path, &video, &audio);
+      ASSERT_TRUE(writer);
+      EXPECT_EQ(TesselPlatformGetCounters().liveSinkWriters, before + 1);
+      ASSERT_EQ(writer->WriteSample(audio, MakeSample(TonePcm(1, 44100, 2, 16), 0, Ticks(1)).Get()), S_OK);
+      for (int i = 0; i < 10; ++i) ASSERT_EQ(writer->WriteSample(video, PatternSample(spec, i, true).Get()), S_OK);
+    }
+    EXPECT_EQ(TesselPlatformGetCounters().liveSinkWriters, before);
+    EXPECT_GT(std::filesystem::file_size(path), 0u);
   }
-  EXPECT_EQ(TesselPlatformGetCounters().liveSinkWriters, before);
-  EXPECT_GT(std::filesystem::file_size(path), 0u);
-  EXPECT_FALSE(ProbeMovie(path).opened) << "an MPEG-4 file without its index";
+  EXPECT_FALSE(ProbeMovie(WrittenPath("unfinished.mp4")).opened) << "an MPEG-4 file without its index";
 }
 
 TEST(SinkWriterFailures, FullDiskFailsBeginWritingWriteSampleAndFinalize) {
