@@ -10,9 +10,8 @@ namespace tessel::platform {
 
 class PictureConverter {
  public:
-  // Makes the scaler, with threads slice threads, and the picture for frames of input
-  // to encode as target.
-  HRESULT Prepare(const VideoInput& input, const VideoTarget& target, int threads);
+  // Makes the scaler and the picture for frames of input to encode as target.
+  HRESULT Prepare(const VideoInput& input, const VideoTarget& target);
   // data holds one frame as input describes it. The picture stays owned by the converter
   // and is written anew by the next call.
   HRESULT Convert(const BYTE* data, AVFrame** picture);
@@ -20,7 +19,6 @@ class PictureConverter {
  private:
   ScalerPtr scaler_;
   FramePtr picture_;
-  FramePtr source_;  // the caller's frame, wrapped for the scaler
   VideoInput input_{};
 };
 

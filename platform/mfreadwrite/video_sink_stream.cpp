@@ -3,9 +3,7 @@
 // target's rate, so that times given in 100 ns ticks never drift against the rate
 // (29.97 frames per second stays 2997/100, frame after frame).
 #include <algorithm>
-#include <thread>
 
-#include "mfapi.h"
 #include "mferror.h"
 #include "mfreadwrite/media_time.h"
 #include "mfreadwrite/picture_converter.h"
@@ -25,7 +23,7 @@ class VideoSinkStream final : public SinkStream {
     HRESULT hr = ReadVideoInput(type, target_, &input);
     std::unique_ptr<VideoEncoder> encoder;
     if (SUCCEEDED(hr)) hr = OpenVideoEncoder(target_, needs_, &encoder);
-    if (SUCCEEDED(hr)) hr = converter_.Prepare(input, target_, ConversionThreads());
+    if (SUCCEEDED(hr)) hr = converter_.Prepare(input, target_);
     if (FAILED(hr)) return hr;
     encoder_ = std::move(encoder);
     frameBytes_ = input.frameBytes;
@@ -52,13 +50,6 @@ class VideoSinkStream final : public SinkStream {
   HRESULT Drain(std::vector<PacketPtr>* packets) override { return encoder_->Encode(nullptr, packets); }
 
  private:
-  // libx264 keeps every core busy with frame threads of its own; the WMV encoders run on
-  // the caller's thread alone, so the conversion in front of them takes the other cores.
-  int ConversionThreads() const {
-    if (target_.subtype == MFVideoFormat_H264) return 1;
-    return int(std::clamp(std::thread::hardware_concurrency(), 1u, kMostConversionThreads));
-  }
-
   // The frame slot nearest to time. Two samples for one slot can't share a time in the
   // file, so the later one takes the next slot.
   int64_t FrameSlot(LONGLONG time) {
@@ -69,7 +60,6 @@ class VideoSinkStream final : public SinkStream {
   }
 
   static constexpr int64_t kNoSlot = INT64_MIN;
-  static constexpr unsigned kMostConversionThreads = 4;
   VideoTarget target_;
   ContainerNeeds needs_;
   std::unique_ptr<VideoEncoder> encoder_;
