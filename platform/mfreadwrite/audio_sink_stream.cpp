@@ -2,10 +2,8 @@
 // sound starts at the time of its first sample and then counts in samples, so a whole
 // track given as one sample keeps its place to the sample; later samples follow on
 // without a gap.
-#include "mferror.h"
 #include "mfreadwrite/audio_encoder.h"
-#include "mfreadwrite/av_status.h"
-#include "mfreadwrite/sample_bytes.h"
+#include "mfreadwrite/media_time.h"
 #include "mfreadwrite/sink_stream.h"
 
 namespace tessel::platform {
@@ -14,13 +12,13 @@ namespace {
 
 class AudioSinkStream final : public SinkStream {
  public:
-  AudioSinkStream(const AudioTarget& target, bool globalHeaders) : target_(target), globalHeaders_(globalHeaders) {}
+  AudioSinkStream(const AudioTarget& target, const ContainerNeeds& needs) : target_(target), needs_(needs) {}
 
   HRESULT SetInputType(IMFMediaType* type) override {
     PcmInput input;
     HRESULT hr = ReadPcmInput(type, &input);
     std::unique_ptr<AudioEncoder> encoder;
-    if (SUCCEEDED(hr)) hr = AudioEncoder::Open(target_, input, globalHeaders_, &encoder);
+    if (SUCCEEDED(hr)) hr = AudioEncoder::Open(target_, input, needs_.globalHeaders, &encoder);
     if (SUCCEEDED(hr)) encoder_ = std::move(encoder);
     return hr;
   }
@@ -33,33 +31,28 @@ class AudioSinkStream final : public SinkStream {
     return encoder_->Describe(parameters);
   }
 
-  HRESULT Write(IMFSample* sample, std::vector<PacketPtr>* packets) override {
-    LONGLONG time = 0;
-    if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
+  HRESULT Write(LONGLONG time, const BYTE* data, size_t length, std::vector<PacketPtr>* packets) override {
     if (!started_) {
-      encoder_->StartAt(av_rescale_q_rnd(time, {1, int(kTicksPerSecond)}, encoder_->TimeBase(),
-                                         AVRounding(AV_ROUND_NEAR_INF | AV_ROUND_PASS_MINMAX)));
+      encoder_->StartAt(NearestUnits(time, encoder_->TimeBase()));
       started_ = true;
     }
-    SampleBytes bytes;
-    HRESULT hr = bytes.Lock(sample);
-    if (FAILED(hr)) return hr;
-    return encoder_->Encode(bytes.Data(), bytes.Length(), packets);
+    return encoder_->Encode(data, length, packets);
   }
 
   HRESULT Drain(std::vector<PacketPtr>* packets) override { return encoder_->Drain(packets); }
 
  private:
   AudioTarget target_;
-  bool globalHeaders_;
+  ContainerNeeds needs_;
   std::unique_ptr<AudioEncoder> encoder_;
   bool started_ = false;
 };
 
 }  // namespace
 
-HRESULT CreateAudioSinkStream(const AudioTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream) {
-  stream->reset(new (std::nothrow) AudioSinkStream(target, globalHeaders));
+HRESULT CreateAudioSinkStream(const AudioTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream) {
+  stream->reset(new (std::nothrow) AudioSinkStream(target, needs));
   return *stream ? S_OK : E_OUTOFMEMORY;
 }
 

@@ -52,7 +52,7 @@ void SetH264Options(const VideoTarget& target, AVCodecContext* context, AVDictio
 
 }  // namespace
 
-HRESULT FFmpegVideoEncoder::Open(const VideoTarget& target, const AVCodec* codec, bool globalHeaders,
+HRESULT FFmpegVideoEncoder::Open(const VideoTarget& target, const AVCodec* codec, const ContainerNeeds& needs,
                                  std::unique_ptr<VideoEncoder>* encoder) {
   CodecContextPtr context(avcodec_alloc_context3(codec));
   if (!context) return E_OUTOFMEMORY;
@@ -64,7 +64,8 @@ HRESULT FFmpegVideoEncoder::Open(const VideoTarget& target, const AVCodec* codec
   context->sample_aspect_ratio = target.pixelAspect;
   context->bit_rate = target.bitRate;
   context->gop_size = KeyFrameSpacing(target);
-  if (globalHeaders) context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+  if (needs.globalHeaders) context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+  if (!needs.reorderedFrames) context->max_b_frames = 0;
   AVDictionary* options = nullptr;
   if (target.subtype == MFVideoFormat_H264) SetH264Options(target, context.get(), &options);
   HRESULT hr = OpenEncoder(context.get(), codec, &options);

@@ -9,7 +9,7 @@ namespace tessel::platform {
 
 class FFmpegVideoEncoder final : public VideoEncoder {
  public:
-  static HRESULT Open(const VideoTarget& target, const AVCodec* codec, bool globalHeaders,
+  static HRESULT Open(const VideoTarget& target, const AVCodec* codec, const ContainerNeeds& needs,
                       std::unique_ptr<VideoEncoder>* encoder);
 
   HRESULT Describe(AVCodecParameters* parameters) const override;

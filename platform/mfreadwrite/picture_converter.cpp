@@ -16,7 +16,7 @@ HRESULT PictureConverter::Prepare(const VideoInput& input, const VideoTarget& ta
                                   AV_PIX_FMT_YUV420P, SWS_BICUBIC, nullptr, nullptr, nullptr));
   FramePtr picture(av_frame_alloc());
   if (!scaler || !picture) return E_OUTOFMEMORY;
-  bool rgb = input.format == AV_PIX_FMT_BGR0;
+  bool rgb = input.format == AV_PIX_FMT_BGRA;
   const int* coefficients = sws_getCoefficients(ScalerMatrix(YuvMatrix(target)));
   constexpr int kUnity = 1 << 16;
   // RGB comes in full range; YUY2 stays in the limited range it has.
@@ -24,15 +24,27 @@ HRESULT PictureConverter::Prepare(const VideoInput& input, const VideoTarget& ta
   picture->format = AV_PIX_FMT_YUV420P;
   picture->width = target.width;
   picture->height = target.height;
-  if (av_frame_get_buffer(picture.get(), 0) < 0) return E_OUTOFMEMORY;
   scaler_ = std::move(scaler);
   picture_ = std::move(picture);
   input_ = input;
   return S_OK;
 }
 
+// The encoder may still hold the last picture; then the next one gets new memory, which
+// the scaler fills whole, rather than a copy of the last one.
+HRESULT PictureConverter::NewPicture() {
+  if (picture_->buf[0] && av_frame_is_writable(picture_.get())) return S_OK;
+  AVFrame shape = *picture_;
+  av_frame_unref(picture_.get());
+  picture_->format = shape.format;
+  picture_->width = shape.width;
+  picture_->height = shape.height;
+  return av_frame_get_buffer(picture_.get(), 0) < 0 ? E_OUTOFMEMORY : S_OK;
+}
+
 HRESULT PictureConverter::Convert(const BYTE* data, AVFrame** picture) {
-  if (av_frame_make_writable(picture_.get()) < 0) return E_OUTOFMEMORY;
+  HRESULT hr = NewPicture();
+  if (FAILED(hr)) return hr;
   int height = picture_->height;
   const uint8_t* rows[4] = {data, nullptr, nullptr, nullptr};
   int pitches[4] = {input_.pitch, 0, 0, 0};

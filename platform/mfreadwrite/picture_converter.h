@@ -17,6 +17,8 @@ class PictureConverter {
   HRESULT Convert(const BYTE* data, AVFrame** picture);
 
  private:
+  HRESULT NewPicture();
+
   ScalerPtr scaler_;
   FramePtr picture_;
   VideoInput input_{};

@@ -1,6 +1,7 @@
 // The sink writer's containers. MPEG-4 and 3GP put their index in front of the media
 // data (fast start), so that a player can begin while the file is still loading; MPEG-4
-// also carries the colour description of its video in the container.
+// also carries the colour description of its video in the container. ASF keeps one time
+// per frame, so its pictures must come in the order they are shown.
 #include "mfreadwrite/sink_container.h"
 
 #include <algorithm>
@@ -24,10 +25,10 @@ constexpr const char* k3gpSuffixes[] = {".3gp"};
 constexpr const char* kAsfSuffixes[] = {".asf", ".wmv", ".wma"};
 
 const SinkContainer kContainers[] = {
-    {&MFTranscodeContainerType_MPEG4, "mp4", "movflags=+faststart+write_colr", kMpeg4Video, kMpeg4Audio,
+    {&MFTranscodeContainerType_MPEG4, "mp4", "movflags=+faststart+write_colr", true, kMpeg4Video, kMpeg4Audio,
      kMpeg4Suffixes},
-    {&MFTranscodeContainerType_3GP, "3gp", "movflags=+faststart", kMpeg4Video, k3gpAudio, k3gpSuffixes},
-    {&MFTranscodeContainerType_ASF, "asf", "", kAsfVideo, kMpeg4Audio, kAsfSuffixes},
+    {&MFTranscodeContainerType_3GP, "3gp", "movflags=+faststart", true, kMpeg4Video, k3gpAudio, k3gpSuffixes},
+    {&MFTranscodeContainerType_ASF, "asf", "", false, kAsfVideo, kMpeg4Audio, kAsfSuffixes},
 };
 
 bool EndsWith(const std::string& text, const char* suffix) {

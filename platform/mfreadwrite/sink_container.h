@@ -12,9 +12,16 @@ struct SinkContainer {
   const GUID* type;                    // MF_TRANSCODE_CONTAINERTYPE value
   const char* muxer;                   // libavformat's name for it
   const char* options;                 // muxer options, "key=value" pairs split by ':'
+  bool decodeTimes;                    // stores decode times beside presentation times
   std::span<const GUID* const> video;  // output subtypes the container holds
   std::span<const GUID* const> audio;
   std::span<const char* const> suffixes;
+};
+
+// What a container asks of the encoders that feed it.
+struct ContainerNeeds {
+  bool globalHeaders;    // codec headers go into the container, not into the stream
+  bool reorderedFrames;  // pictures may come in another order than they are shown
 };
 
 // MF_TRANSCODE_CONTAINERTYPE of the attributes or, without it, the suffix of the path.

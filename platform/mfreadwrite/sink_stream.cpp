@@ -8,7 +8,7 @@
 
 namespace tessel::platform {
 
-HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, bool globalHeaders,
+HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, const ContainerNeeds& needs,
                          std::unique_ptr<SinkStream>* stream) {
   GUID major = GUID_NULL, subtype = GUID_NULL;
   if (FAILED(target->GetGUID(MF_MT_MAJOR_TYPE, &major)) || FAILED(target->GetGUID(MF_MT_SUBTYPE, &subtype))) {
@@ -26,11 +26,11 @@ HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, b
   if (video) {
     VideoTarget settings;
     hr = ReadVideoTarget(target, &settings);
-    return SUCCEEDED(hr) ? CreateVideoSinkStream(settings, globalHeaders, stream) : hr;
+    return SUCCEEDED(hr) ? CreateVideoSinkStream(settings, needs, stream) : hr;
   }
   AudioTarget settings;
   hr = ReadAudioTarget(target, &settings);
-  return SUCCEEDED(hr) ? CreateAudioSinkStream(settings, globalHeaders, stream) : hr;
+  return SUCCEEDED(hr) ? CreateAudioSinkStream(settings, needs, stream) : hr;
 }
 
 }  // namespace tessel::platform

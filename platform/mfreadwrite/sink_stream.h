@@ -1,6 +1,6 @@
 // SinkStream: one stream of a sink writer, from the samples that come in to the packets
 // of the file. AddStream makes it from the target type; SetInputType opens its encoder;
-// Write encodes one sample; Drain empties the encoder at the end. Called one thread at a
+// Write encodes the bytes of one sample; Drain empties the encoder at the end. Called one thread at a
 // time, under the writer's lock; encoders may run threads of their own.
 #pragma once
 
@@ -26,18 +26,21 @@ class SinkStream {
   // What the container records: the stream's parameters, the unit of its packets' times
   // and, for video, the frame rate (0/1 for sound).
   virtual HRESULT Describe(AVCodecParameters* parameters, AVRational* timeBase, AVRational* frameRate) const = 0;
-  // Encodes the sample; the packets that came out are appended.
-  virtual HRESULT Write(IMFSample* sample, std::vector<PacketPtr>* packets) = 0;
+  // Encodes the bytes of a sample of that time (100 ns ticks); the packets that came out
+  // are appended.
+  virtual HRESULT Write(LONGLONG time, const BYTE* data, size_t length, std::vector<PacketPtr>* packets) = 0;
   virtual HRESULT Drain(std::vector<PacketPtr>* packets) = 0;
 };
 
 // A stream for the target type in the container. MF_E_INVALIDMEDIATYPE for a type that
 // the container can't hold or that is incomplete, MF_E_TOPO_CODEC_NOT_FOUND for a codec
 // without an encoder here.
-HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, bool globalHeaders,
+HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, const ContainerNeeds& needs,
                          std::unique_ptr<SinkStream>* stream);
 
-HRESULT CreateVideoSinkStream(const VideoTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream);
-HRESULT CreateAudioSinkStream(const AudioTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream);
+HRESULT CreateVideoSinkStream(const VideoTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream);
+HRESULT CreateAudioSinkStream(const AudioTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream);
 
 }  // namespace tessel::platform

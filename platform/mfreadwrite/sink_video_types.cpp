@@ -87,7 +87,7 @@ HRESULT ReadVideoInput(IMFMediaType* type, const VideoTarget& target, VideoInput
   }
   if (subtype != MFVideoFormat_RGB32 && subtype != MFVideoFormat_YUY2) return MF_E_INVALIDMEDIATYPE;
   bool rgb = subtype == MFVideoFormat_RGB32;
-  input->format = rgb ? AV_PIX_FMT_BGR0 : AV_PIX_FMT_YUYV422;
+  input->format = rgb ? AV_PIX_FMT_BGRA : AV_PIX_FMT_YUYV422;
   int rowBytes = target.width * (rgb ? 4 : 2);
   // Rows of RGB32 whose type states no stride. The system's colour converter in front of
   // its H.264 encoder reads RGB as bitmaps are laid out, bottom-up (the default stride of

@@ -34,7 +34,9 @@ HRESULT ReadVideoTarget(IMFMediaType* type, VideoTarget* target);
 AVColorSpace YuvMatrix(const VideoTarget& target);
 
 struct VideoInput {
-  AVPixelFormat format;  // AV_PIX_FMT_BGR0 for RGB32, AV_PIX_FMT_YUYV422 for YUY2
+  // AV_PIX_FMT_BGRA for RGB32 (its fourth byte goes nowhere: the pictures have no alpha,
+  // and the scaler reads this layout fastest), AV_PIX_FMT_YUYV422 for YUY2.
+  AVPixelFormat format;
   int pitch;             // bytes from one row to the next in memory
   bool bottomUp;         // memory holds the last picture row first
   size_t frameBytes;

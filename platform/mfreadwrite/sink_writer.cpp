@@ -1,19 +1,17 @@
 // SinkWriter: the order of calls, the streams, and the packets on their way to the file.
 #include "mfreadwrite/sink_writer.h"
 
+#include <algorithm>
 #include <new>
 
 #include "mferror.h"
-#include "mfreadwrite/av_status.h"
+#include "mfreadwrite/media_time.h"
+#include "mfreadwrite/sample_bytes.h"
 #include "platform_counters.h"
 
 namespace tessel::platform {
 
 namespace {
-
-LONGLONG Ticks(int64_t time, AVRational timeBase) {
-  return av_rescale_q(time, timeBase, {1, int(kTicksPerSecond)});
-}
 
 void Add(MF_SINK_WRITER_STATISTICS& total, const MF_SINK_WRITER_STATISTICS& part) {
   total.llLastTimestampReceived = std::max(total.llLastTimestampReceived, part.llLastTimestampReceived);
@@ -58,7 +56,8 @@ HRESULT SinkWriter::AddStream(IMFMediaType* targetMediaType, DWORD* streamIndex)
   std::lock_guard lock(mutex_);
   if (state_ != State::kSettingUp) return MF_E_INVALIDREQUEST;
   Stream added;
-  HRESULT hr = CreateSinkStream(targetMediaType, container_, muxer_->WantsGlobalHeaders(), &added.stream);
+  ContainerNeeds needs{muxer_->WantsGlobalHeaders(), container_.decodeTimes};
+  HRESULT hr = CreateSinkStream(targetMediaType, container_, needs, &added.stream);
   if (FAILED(hr)) return hr;
   streams_.push_back(std::move(added));
   *streamIndex = DWORD(streams_.size() - 1);
@@ -83,6 +82,8 @@ HRESULT SinkWriter::BeginWriting() {
   for (Stream& stream : streams_) {
     if (!stream.stream->HasInputType()) return MF_E_TRANSFORM_TYPE_NOT_SET;
   }
+  // From here a failure leaves the muxer half made, and the writer can't begin again.
+  state_ = State::kBroken;
   for (Stream& stream : streams_) {
     AVCodecParameters* parameters = avcodec_parameters_alloc();
     if (!parameters) return E_OUTOFMEMORY;
@@ -103,7 +104,7 @@ HRESULT SinkWriter::Deliver(Stream& stream, std::vector<PacketPtr>& packets) {
     ++statistics.qwNumSamplesEncoded;
     ++statistics.qwNumSamplesProcessed;
     statistics.qwByteCountProcessed += QWORD(packet->size);
-    statistics.llLastTimestampEncoded = statistics.llLastTimestampProcessed = Ticks(packet->pts, stream.timeBase);
+    statistics.llLastTimestampEncoded = statistics.llLastTimestampProcessed = UnitsToTicks(packet->pts, stream.timeBase);
     HRESULT hr = muxer_->Write(stream.muxerIndex, std::move(packet));
     if (FAILED(hr)) return hr;
   }
@@ -116,11 +117,15 @@ HRESULT SinkWriter::WriteSample(DWORD streamIndex, IMFSample* sample) {
   HRESULT hr = CheckWriting(streamIndex);
   if (FAILED(hr)) return hr;
   Stream& stream = streams_[streamIndex];
-  LONGLONG time = 0;
-  if (SUCCEEDED(sample->GetSampleTime(&time))) stream.statistics.llLastTimestampReceived = time;
   ++stream.statistics.qwNumSamplesReceived;
+  LONGLONG time = 0;
+  if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
+  stream.statistics.llLastTimestampReceived = time;
+  SampleBytes bytes;
+  hr = bytes.Lock(sample);
+  if (FAILED(hr)) return hr;
   std::vector<PacketPtr> packets;
-  hr = stream.stream->Write(sample, &packets);
+  hr = stream.stream->Write(time, bytes.Data(), bytes.Length(), &packets);
   HRESULT delivered = Deliver(stream, packets);
   if (SUCCEEDED(hr)) hr = delivered;
   return SUCCEEDED(hr) ? muxer_->Flush() : hr;

@@ -36,7 +36,7 @@ class SinkWriter final : public RuntimeClass<RuntimeClassFlags<ClassicCom>, IMFS
   HRESULT STDMETHODCALLTYPE GetStatistics(DWORD streamIndex, MF_SINK_WRITER_STATISTICS* stats) override;
 
  private:
-  enum class State { kSettingUp, kWriting, kFinalized };
+  enum class State { kSettingUp, kWriting, kFinalized, kBroken };
   struct Stream {
     std::unique_ptr<SinkStream> stream;
     int muxerIndex = -1;

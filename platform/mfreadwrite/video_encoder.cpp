@@ -6,11 +6,12 @@
 
 namespace tessel::platform {
 
-HRESULT OpenVideoEncoder(const VideoTarget& target, bool globalHeaders, std::unique_ptr<VideoEncoder>* encoder) {
+HRESULT OpenVideoEncoder(const VideoTarget& target, const ContainerNeeds& needs,
+                         std::unique_ptr<VideoEncoder>* encoder) {
   const AVCodec* found = nullptr;
   HRESULT hr = FindEncoder(target.subtype, &found);
   if (FAILED(hr)) return hr;
-  return FFmpegVideoEncoder::Open(target, found, globalHeaders, encoder);
+  return FFmpegVideoEncoder::Open(target, found, needs, encoder);
 }
 
 }  // namespace tessel::platform

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "mfreadwrite/ffmpeg_owners.h"
+#include "mfreadwrite/sink_container.h"
 #include "mfreadwrite/sink_video_types.h"
 
 namespace tessel::platform {
@@ -23,9 +24,10 @@ class VideoEncoder {
   virtual HRESULT Encode(const AVFrame* picture, std::vector<PacketPtr>* packets) = 0;
 };
 
-// An open encoder for the target. globalHeaders puts the codec's headers into Describe's
-// parameters instead of the stream. MF_E_TOPO_CODEC_NOT_FOUND for a codec without an
-// encoder (WMV3), MF_E_INVALIDMEDIATYPE for settings the encoder refuses.
-HRESULT OpenVideoEncoder(const VideoTarget& target, bool globalHeaders, std::unique_ptr<VideoEncoder>* encoder);
+// An open encoder for the target, made for what the container needs.
+// MF_E_TOPO_CODEC_NOT_FOUND for a codec without an encoder (WMV3), MF_E_INVALIDMEDIATYPE
+// for settings the encoder refuses.
+HRESULT OpenVideoEncoder(const VideoTarget& target, const ContainerNeeds& needs,
+                         std::unique_ptr<VideoEncoder>* encoder);
 
 }  // namespace tessel::platform

@@ -5,9 +5,8 @@
 #include <algorithm>
 
 #include "mferror.h"
-#include "mfreadwrite/av_status.h"
+#include "mfreadwrite/media_time.h"
 #include "mfreadwrite/picture_converter.h"
-#include "mfreadwrite/sample_bytes.h"
 #include "mfreadwrite/sink_stream.h"
 #include "mfreadwrite/video_encoder.h"
 
@@ -17,13 +16,13 @@ namespace {
 
 class VideoSinkStream final : public SinkStream {
  public:
-  VideoSinkStream(const VideoTarget& target, bool globalHeaders) : target_(target), globalHeaders_(globalHeaders) {}
+  VideoSinkStream(const VideoTarget& target, const ContainerNeeds& needs) : target_(target), needs_(needs) {}
 
   HRESULT SetInputType(IMFMediaType* type) override {
     VideoInput input;
     HRESULT hr = ReadVideoInput(type, target_, &input);
     std::unique_ptr<VideoEncoder> encoder;
-    if (SUCCEEDED(hr)) hr = OpenVideoEncoder(target_, globalHeaders_, &encoder);
+    if (SUCCEEDED(hr)) hr = OpenVideoEncoder(target_, needs_, &encoder);
     if (SUCCEEDED(hr)) hr = converter_.Prepare(input, target_);
     if (FAILED(hr)) return hr;
     encoder_ = std::move(encoder);
@@ -39,15 +38,10 @@ class VideoSinkStream final : public SinkStream {
     return encoder_->Describe(parameters);
   }
 
-  HRESULT Write(IMFSample* sample, std::vector<PacketPtr>* packets) override {
-    LONGLONG time = 0;
-    if (FAILED(sample->GetSampleTime(&time))) return MF_E_NO_SAMPLE_TIMESTAMP;
-    SampleBytes bytes;
-    HRESULT hr = bytes.Lock(sample);
-    if (FAILED(hr)) return hr;
-    if (bytes.Length() < frameBytes_) return MF_E_BUFFERTOOSMALL;
+  HRESULT Write(LONGLONG time, const BYTE* data, size_t length, std::vector<PacketPtr>* packets) override {
+    if (length < frameBytes_) return MF_E_BUFFERTOOSMALL;
     AVFrame* picture = nullptr;
-    hr = converter_.Convert(bytes.Data(), &picture);
+    HRESULT hr = converter_.Convert(data, &picture);
     if (FAILED(hr)) return hr;
     picture->pts = FrameSlot(time);
     return encoder_->Encode(picture, packets);
@@ -59,8 +53,7 @@ class VideoSinkStream final : public SinkStream {
   // The frame slot nearest to time. Two samples for one slot can't share a time in the
   // file, so the later one takes the next slot.
   int64_t FrameSlot(LONGLONG time) {
-    int64_t slot = av_rescale_q_rnd(time, {1, int(kTicksPerSecond)}, av_inv_q(target_.frameRate),
-                                    AVRounding(AV_ROUND_NEAR_INF | AV_ROUND_PASS_MINMAX));
+    int64_t slot = NearestUnits(time, av_inv_q(target_.frameRate));
     if (lastSlot_ != kNoSlot) slot = std::max(slot, lastSlot_ + 1);
     lastSlot_ = slot;
     return slot;
@@ -68,7 +61,7 @@ class VideoSinkStream final : public SinkStream {
 
   static constexpr int64_t kNoSlot = INT64_MIN;
   VideoTarget target_;
-  bool globalHeaders_;
+  ContainerNeeds needs_;
   std::unique_ptr<VideoEncoder> encoder_;
   PictureConverter converter_;
   size_t frameBytes_ = 0;
@@ -77,8 +70,9 @@ class VideoSinkStream final : public SinkStream {
 
 }  // namespace
 
-HRESULT CreateVideoSinkStream(const VideoTarget& target, bool globalHeaders, std::unique_ptr<SinkStream>* stream) {
-  stream->reset(new (std::nothrow) VideoSinkStream(target, globalHeaders));
+HRESULT CreateVideoSinkStream(const VideoTarget& target, const ContainerNeeds& needs,
+                              std::unique_ptr<SinkStream>* stream) {
+  stream->reset(new (std::nothrow) VideoSinkStream(target, needs));
   return *stream ? S_OK : E_OUTOFMEMORY;
 }
 

@@ -36,7 +36,9 @@ TEST(ComError, StatusesWithoutTextGiveTheirNumberOrValue) {
 TEST(ComError, MediaFoundationStatusesHaveSystemTexts) {
   for (HRESULT hr : {MF_E_INVALIDSTREAMNUMBER, MF_E_NO_MORE_TYPES, MF_E_INVALIDMEDIATYPE, MF_E_INVALIDREQUEST,
                      MF_E_NOTACCEPTING, MF_E_UNSUPPORTED_BYTESTREAM_TYPE, MF_E_ATTRIBUTENOTFOUND,
-                     MF_E_PLATFORM_NOT_INITIALIZED, E_OUTOFMEMORY, E_INVALIDARG, E_FAIL, E_NOTIMPL}) {
+                     MF_E_PLATFORM_NOT_INITIALIZED, MF_E_TOPO_CODEC_NOT_FOUND, MF_E_TRANSFORM_TYPE_NOT_SET,
+                     MF_E_NO_SAMPLE_TIMESTAMP, MF_E_BUFFERTOOSMALL, MF_E_UNSUPPORTED_SERVICE, E_OUTOFMEMORY,
+                     E_INVALIDARG, E_FAIL, E_NOTIMPL}) {
     std::u16string text = Text(_com_error(hr).ErrorMessage());
     EXPECT_EQ(text.find(u"Unknown error"), std::u16string::npos) << std::hex << hr;
     EXPECT_EQ(text.find(u'\n'), std::u16string::npos) << std::hex << hr;

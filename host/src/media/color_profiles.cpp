@@ -92,11 +92,6 @@ Data MakeColorProfileData(const ColorProfile& profile) {
   return value;
 }
 
-ColorProfile GetColorProfileFromData(const Data& data) {
-  if (!data.GetType() || data.GetType()->referenceClass != refclass::COLOR_PROFILE) return ColorProfile();
-  return ColorProfile::FromBlock(*static_cast<void* const*>(data.GetAddress()));
-}
-
 ColorProfile FindColorProfile(const Char* name) {
   std::string id = std::string(pixel::kColorProfileRegistry) + ":" + name;
   const Data* value = FindPublished(Id(id.c_str()));

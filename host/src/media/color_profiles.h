@@ -14,7 +14,5 @@ ColorProfile FindColorProfile(const Char* name);
 // A Data that holds one more reference to profile, of the type the published profiles
 // have; the key vorna.mediaformat.image.colorprofile takes such a Data.
 Data MakeColorProfileData(const ColorProfile& profile);
-// The profile a Data of a colour profile reference type holds; null for any other Data.
-ColorProfile GetColorProfileFromData(const Data& data);
 
 }  // namespace vorna::host

@@ -33,7 +33,7 @@ Result<void> BridgeFrame::Init(const MediaStreamPropertiesInterface& properties)
                                                                 pixelFormat.GetChannelOffsets(), nullptr, nullptr));
   if (!_copy) return RaiseError(g_UnsupportedArgumentErrorObject, FRAME_LOCATION);
   Result<Data> profile = properties.GetData(g_mediaFormatImageColorprofile);
-  _incoming.colorProfile = profile.IsError() ? ColorProfile() : GetColorProfileFromData(profile.GetValue());
+  _incoming.colorProfile = profile.IsError() ? ColorProfile() : ColorProfileFromData(profile.GetValue());
   _incoming.width = width;
   _incoming.height = height;
   _incoming.pixelFormat = pixelFormat;

@@ -28,7 +28,6 @@ constexpr Int MAX_BITS = 64;
 
 VORNA_DEFINE_OBJECT_USE(g_converterBase, "vorna.MediaConverterBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_formatClass, "vorna.MediaStreamFormatClass");
-VORNA_DEFINE_OBJECT_USE(g_dictionaryType, "vorna.DataTypes:vorna.DataDictionary");
 
 ErrorResult Unsupported(const String& message) {
   return RaiseError(g_UnsupportedArgumentErrorObject, BRIDGE_LOCATION, &message);
@@ -161,9 +160,7 @@ class ExportBridgeComponent : public Component<ExportBridgeComponent> {
     if (!pixelFormat.IsError()) VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatImagePixelformat, pixelFormat.GetValue()));
     if (_plan.fps > 0) VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatVideoFps, _plan.fps));
     if (request.settings.IsNull()) return format;
-    Data settings;
-    if (!settings.SetValue(GetDataType(g_dictionaryType), &request.settings)) return CreateError(BRIDGE_LOCATION, 0);
-    VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatExportsettings, settings));
+    VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatExportsettings, request.settings));
     return format;
   }
 

@@ -44,8 +44,6 @@ VORNA_DEFINE_OBJECT_USE(g_outputUrlBaseClass, "vorna.MediaOutputUrlBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_fileFormatBaseClass, "vorna.FileFormatBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_propertiesClass, "vorna.MediaStreamPropertiesClass");
 VORNA_DEFINE_OBJECT_USE(g_recordingFormatObject, "vorna.FileFormats:test.recording");
-VORNA_DEFINE_OBJECT_USE(g_dictionaryType, "vorna.DataTypes:vorna.DataDictionary");
-VORNA_DEFINE_OBJECT_USE(g_bytesValueType, "vorna.DataTypes:vorna.BytesValue");
 
 VORNA_DEFINE_RESOURCE_ID(g_codecKey, "codec");
 VORNA_DEFINE_RESOURCE_ID(g_datarateKey, "datarate");
@@ -76,26 +74,7 @@ PixelFormat CodecFormat(const Id& codec) {
 
 std::string Text(const Id& id) { return std::string(id.GetCString(), size_t(id.GetLength())); }
 
-// A colour profile in a Data, known by its reference class.
-ColorProfile ProfileFromData(const Data& data) {
-  if (!data.GetType() || data.GetType()->referenceClass != refclass::COLOR_PROFILE) return ColorProfile();
-  return ColorProfile::FromBlock(*static_cast<const void* const*>(data.GetAddress()));
-}
-
 std::string ProfileName(const ColorProfile& profile) { return profile.IsNull() ? "-" : Text(profile.GetName()); }
-
-// The settings dictionary of a format, or a null one.
-DataDictionary SettingsOf(const MediaStreamFormat& format) {
-  Result<Data> value = format.GetData(g_mediaFormatExportsettings);
-  if (value.IsError() || value.GetValue().GetType() != GetDataType(g_dictionaryType)) return DataDictionary();
-  return *static_cast<const DataDictionary*>(value.GetValue().GetAddress());
-}
-
-Int64 BytesValueOf(const DataDictionary& settings, const InternedId& key) {
-  Result<Data> value = settings.Get(key);
-  if (value.IsError() || value.GetValue().GetType() != GetDataType(g_bytesValueType)) return 0;
-  return *static_cast<const Int64*>(value.GetValue().GetAddress());
-}
 
 // The output file: the header once the first frame is there, then the frames.
 class RecordingWriter {
@@ -121,7 +100,7 @@ class RecordingWriter {
     add("aspect", std::to_string(aspect));
     add("fps", std::to_string(fps));
     add("codec", Text(codec));
-    add("datarate", std::to_string(BytesValueOf(settings, g_datarateKey)));
+    add("datarate", std::to_string(settings.Get<BytesValue>(g_datarateKey, BytesValue{}).bytes));
     add("keyframes", std::to_string(settings.Get<Int32>(g_keyframesKey, 0)));
     add("audiocodec", Text(audioCodec));
     add("audiorate", std::to_string(settings.Get<Int64>(g_audioSamplerateKey, 48000)));
@@ -253,7 +232,7 @@ class RecordingSaverImpl : public Component<RecordingSaverImpl> {
         VORNA_RETURN_ON_ERROR(stream.SubscribeStream(stream.GetSelectedFormat()));
         Result<Float64> fps = format.Get<Float64>(g_mediaFormatVideoFps);
         _fps = fps.IsError() ? MISSING_FPS : fps.GetValue();
-        _settings = SettingsOf(format);
+        _settings = format.Get<DataDictionary>(g_mediaFormatExportsettings, DataDictionary());
         if (_fps == MISSING_FPS)
           return Refuse(g_MediaSessionWrongTypeErrorObject, String::FromLiteral("MEDIAFORMAT::VIDEO::FPS is missing."));
       }
@@ -274,7 +253,7 @@ class RecordingSaverImpl : public Component<RecordingSaverImpl> {
     PixelFormat pixelFormat(GetObjectFromData<PixelFormatInterface>(&formatData));
     if (!pixelFormat) return RaiseError(g_IllegalStateErrorObject, VORNA_SOURCE_LOCATION);
     Result<Data> profileData = properties.GetData(g_mediaFormatImageColorprofile);
-    ColorProfile profile = profileData.IsError() ? pixelFormat.GetDefaultColorProfile() : ProfileFromData(profileData.GetValue());
+    ColorProfile profile = profileData.IsError() ? pixelFormat.GetDefaultColorProfile() : ColorProfileFromData(profileData.GetValue());
     std::string frameProfile = ProfileName(profile);
     if (width == 0 || height == 0)
       return Refuse(g_IllegalArgumentErrorObject, String::FromLiteral("resolution must not be 0."));
@@ -319,9 +298,7 @@ Result<void> Describe(DataDescription& description, const InternedId& key, const
 
 Result<void> RecordingSaverImpl::GetObjectDescription(DataDescription& description,
                                                       const DataDictionary* settings) const {
-  Data noBytes;
-  Int64 zero = 0;
-  noBytes.SetValue(GetDataType(g_bytesValueType), &zero);
+  const Data noBytes = MakeData(BytesValue{0});
   VORNA_RETURN_ON_ERROR(Describe(description, g_codecKey, MakeData(CODECS[0]), Data(),
                                  MakeBlockData<Id>(Block<const Id>{CODECS, 3})));
   VORNA_RETURN_ON_ERROR(Describe(description, g_datarateKey, noBytes, noBytes));
