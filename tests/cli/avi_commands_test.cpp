@@ -174,7 +174,8 @@ TEST_F(AviCommandsTest, TheChooserOnATerminalStoresTheChoiceAndOpensOnItNextTime
 }
 
 // The compressor's own state goes into the file as base64 and back to the chooser,
-// which keeps it for the same compressor and drops it for another.
+// which keeps it for the same compressor and drops it for another; --compressor does
+// the same.
 TEST_F(AviCommandsTest, TheCompressorsStateTravelsThroughTheFileAsBase64) {
   WriteSettings(json{{"avitype", Entry("Int32", Code("vidc"))},
                      {"avihandler", Entry("Int32", Code("mjpg"))},
@@ -184,6 +185,16 @@ TEST_F(AviCommandsTest, TheCompressorsStateTravelsThroughTheFileAsBase64) {
                                        {{kFirstQuestion, NumberOf("mjpg")}, {"[1]: ", ""}, {"[0]: ", ""}});
   ASSERT_EQ(same.exitCode, 0) << same.out;
   EXPECT_EQ(Settings()["customdata"], Entry(kArrayType, "AP94"));
+  TesselRun sameByOption = Run(Convert("a.avi", {"--settings", "s.json", "--compressor", "MJPG"}));
+  ASSERT_EQ(sameByOption.exitCode, 0) << sameByOption.err;
+  EXPECT_EQ(Settings()["customdata"], Entry(kArrayType, "AP94")) << "the same compressor, its code in capitals";
+  TesselRun otherByOption = Run(Convert("a.avi", {"--settings", "s.json", "--compressor", "xvid"}));
+  ASSERT_EQ(otherByOption.exitCode, 0) << otherByOption.err;
+  EXPECT_FALSE(Settings().contains("customdata")) << Settings();
+  WriteSettings(json{{"avitype", Entry("Int32", Code("vidc"))},
+                     {"avihandler", Entry("Int32", Code("mjpg"))},
+                     {"customdata", Entry(kArrayType, "AP94")}}
+                    .dump());
   TesselRun other = RunTesselOnTerminal(Convert("a.avi", {"--choose", "--settings", "s.json"}), _directory,
                                         {{kFirstQuestion, NumberOf("hfyu")}});
   ASSERT_EQ(other.exitCode, 0) << other.out;

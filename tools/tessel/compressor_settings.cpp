@@ -2,8 +2,8 @@
 
 #include "compressor_settings.h"
 
+#include "compressor_list.h"
 #include "four_character_code.h"
-#include "tessel_platform_control.h"
 #include "vorna/array.h"
 #include "vorna/resourceid.h"
 #include "vorna/saversettings.h"
@@ -35,6 +35,9 @@ std::vector<SettingInfo> CompressorSettings() {
 }
 
 bool SetCompressor(uint32_t code, vorna::DataDictionary& settings) {
+  vorna::Result<vorna::Int32> stored = settings.Get<vorna::Int32>(g_aviHandler);
+  if (stored.IsError() || !SameCompressorCode(DWORD(stored.GetValue()), code))
+    settings.Erase(vorna::g_saverSettingCustomdata);
   return !settings.Set(g_aviType, vorna::Int32(ICTYPE_VIDEO)).IsError() &&
          !settings.Set(g_aviHandler, vorna::Int32(code)).IsError();
 }

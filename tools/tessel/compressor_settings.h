@@ -20,7 +20,9 @@ namespace tessel::cli {
 // avitype, avihandler and customdata, each with its key and a value of its type as
 // default. Needs a started Session.
 std::vector<SettingInfo> CompressorSettings();
-// Stores code as the chosen video compressor: avitype "vidc" and avihandler code.
+// Stores code as the chosen video compressor: avitype "vidc" and avihandler code. The
+// state of another compressor (customdata) is dropped, since only its own compressor
+// reads it.
 bool SetCompressor(uint32_t code, vorna::DataDictionary& settings);
 // The chosen compressor's code, as text; none when settings hold no avitype.
 std::optional<std::string> CompressorOf(const vorna::DataDictionary& settings);
