@@ -75,16 +75,9 @@ class AviCommandsTest : public ::testing::Test {
     std::ifstream in(InDirectory(name), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
   }
-  json Settings(const std::string& name = "s.json") const { return json::parse(Text(name)); }
+  json Settings() const { return json::parse(Text("s.json")); }
   void WriteSettings(const std::string& text) const { std::ofstream(InDirectory("s.json")) << text; }
-  std::vector<std::string> Files() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(_directory)) {
-      std::string name = entry.path().filename().string();
-      if (name != ".stdout" && name != ".stderr") names.push_back(name);
-    }
-    return names;
-  }
+  std::vector<std::string> Files() const { return FilesWritten(_directory); }
 
   std::string _directory;
 };

@@ -43,14 +43,7 @@ class ConvertCommandsTest : public ::testing::Test {
   }
 
   // Files of the directory other than the captured output, by name.
-  std::vector<std::string> Files() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(_directory)) {
-      std::string name = entry.path().filename().string();
-      if (name != ".stdout" && name != ".stderr") names.push_back(name);
-    }
-    return names;
-  }
+  std::vector<std::string> Files() const { return FilesWritten(_directory); }
 
   std::string _directory;
 };

@@ -128,4 +128,13 @@ std::string MakeTempDirectory() {
   return made ? std::string(made) : std::string();
 }
 
+std::vector<std::string> FilesWritten(const std::string& directory) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+    std::string name = entry.path().filename().string();
+    if (name != ".stdout" && name != ".stderr") names.push_back(name);
+  }
+  return names;
+}
+
 }  // namespace tessel::testing

@@ -49,4 +49,7 @@ std::vector<std::string> MediaAndTestModules();
 // A fresh empty directory under the system's temporary directory.
 std::string MakeTempDirectory();
 
+// The names of the files in a run's directory, without the captured output.
+std::vector<std::string> FilesWritten(const std::string& directory);
+
 }  // namespace tessel::testing
