@@ -163,18 +163,20 @@ bool ReadSettingsFile(const std::string& path, const SaverInfo& saver, vorna::Da
 }
 
 bool WriteSettingsFile(const std::string& path, const vorna::DataDictionary& settings, Failure& failure) {
-  JsonWriter json;
-  json.BeginObject();
+  // One key to a line, so that the file reads and edits well.
+  std::string text = "{";
   for (vorna::Int i = 0; i < settings.GetCount(); ++i) {
     const vorna::Data* key = nullptr;
     const vorna::Data* value = settings.GetEntry(i, &key);
-    if (!WriteEntry(json, *key, *value, failure)) return false;
+    JsonWriter entry;
+    if (!WriteEntry(entry, *key, *value, failure)) return false;
+    text += (i == 0 ? "\n  " : ",\n  ") + entry.Text();
   }
-  json.EndObject();
+  text += "\n}\n";
   OutputFile file;
   if (!file.Prepare(path, failure)) return false;
   std::ofstream out(file.TemporaryPath(), std::ios::binary);
-  if (!(out << json.Text() << '\n') || !(out.close(), out)) {
+  if (!(out << text) || !(out.close(), out)) {
     failure = {kExitFailure, path + ": cannot be written"};
     return false;
   }
