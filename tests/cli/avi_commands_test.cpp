@@ -254,5 +254,16 @@ TEST_F(AviCommandsTest, BadUsageWritesNothingAndLeavesTheSettingsFile) {
   }
 }
 
+TEST_F(AviCommandsTest, TheDemoWritesItsClipAsMotionJpegToo) {
+  TesselRun run = Run({"demo", fx::Path(fx::kMovieAac.name), "-o", _directory});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_NE(run.out.find("$ tessel convert " + fx::Path(fx::kMovieAac.name) + " " + InDirectory("movie.avi") +
+                         " --compressor mjpg\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_EQ(VideoCodecOf(InDirectory("movie.avi")), "mjpeg");
+  EXPECT_TRUE(std::filesystem::exists(InDirectory("sheet_avi.png")));
+}
+
 }  // namespace
 }  // namespace tessel::testing
