@@ -58,6 +58,9 @@ struct ExportCase {
   std::string codec;
   DataDictionary settings;
   Float64 minPsnr = 35;
+  // How far the sound read back may run past the pictures: MP4 trims the AAC encoder's
+  // delay and the padding of its last frame, ASF keeps both, and AVI stores PCM.
+  Float64 soundSlack = 1152.0 / 48000;
 };
 
 // The codecs a saver's description offers for its codec setting.
@@ -120,6 +123,7 @@ std::vector<ExportCase> EveryExport() {
     }
     for (const std::string& codec : DescribedCodecs(saver)) {
       ExportCase movie{saver, codec, DataDictionary()};
+      if (saver == "asf" || saver == "wmv") movie.soundSlack = 2048.0 / 48000;
       EXPECT_FALSE(movie.settings.Set(g_codecKey, OwnedId(codec)).IsError());
       cases.push_back(movie);
     }
@@ -274,7 +278,7 @@ TEST_F(ExportRoundTripTest, EverySaverAndCodecWritesThePatternBackFrameForFrame)
           << "frame " << k;
     }
     WrittenMovie sound(path);
-    EXPECT_NEAR(sound.SoundSeconds(), Float64(FRAMES) / FPS, 1152.0 / 48000) << "within one audio frame";
+    EXPECT_NEAR(sound.SoundSeconds(), Float64(FRAMES) / FPS, c.soundSlack);
   }
 }
 
