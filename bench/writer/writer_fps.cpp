@@ -1,10 +1,10 @@
 // Writes frames of a raw BGRA file (top row first, looped if it holds fewer frames)
 // through IMFSinkWriter as the module does: each frame read straight into the rows of a
-// new RGB32 buffer, last picture row first for H.264 and first row first for WMV2, then
+// new RGB32 buffer, last picture row first for H.264 and first row first for WMV, then
 // written as a sample. Like ffmpeg reading the same file, the frame is copied once, by
 // the system's read. Prints the frames written, the seconds taken and the frame rate.
 //
-// Usage: writer_fps <raw.bgra> <width> <height> <frames> <h264|wmv2> <out> <bits/s> <keyint> <preset>
+// Usage: writer_fps <raw.bgra> <width> <height> <frames> <h264|wmv2|wmv3> <out> <bits/s> <keyint> <preset>
 #include <fcntl.h>
 #include <limits.h>
 #include <sys/uio.h>
@@ -43,11 +43,18 @@ ComPtr<IMFMediaType> VideoType(const Options& options, const GUID& subtype) {
   return type;
 }
 
+const GUID* Subtype(const std::string& codec) {
+  if (codec == "h264") return &MFVideoFormat_H264;
+  if (codec == "wmv2") return &MFVideoFormat_WMV2;
+  if (codec == "wmv3") return &MFVideoFormat_WMV3;
+  return nullptr;
+}
+
 HRESULT OpenWriter(const Options& options, bool h264, ComPtr<IMFSinkWriter>* writer, DWORD* stream) {
   std::u16string path(options.out.begin(), options.out.end());
   HRESULT hr = MFCreateSinkWriterFromURL(path.c_str(), nullptr, nullptr, writer->ReleaseAndGetAddressOf());
   if (FAILED(hr)) return hr;
-  ComPtr<IMFMediaType> target = VideoType(options, h264 ? MFVideoFormat_H264 : MFVideoFormat_WMV2);
+  ComPtr<IMFMediaType> target = VideoType(options, *Subtype(options.codec));
   target->SetUINT32(MF_MT_AVG_BITRATE, options.bitRate);
   target->SetUINT32(MF_MT_MAX_KEYFRAME_SPACING, options.keyFrames);
   if (h264) target->SetUINT32(MF_MT_MPEG2_PROFILE, eAVEncH264VProfile_Main);
@@ -107,8 +114,8 @@ HRESULT WriteFrame(IMFSinkWriter* writer, DWORD stream, const Options& options, 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 10) {
-    std::fprintf(stderr, "usage: writer_fps <raw.bgra> <width> <height> <frames> <h264|wmv2> <out> <bits/s> "
+  if (argc != 10 || !Subtype(argv[5])) {
+    std::fprintf(stderr, "usage: writer_fps <raw.bgra> <width> <height> <frames> <h264|wmv2|wmv3> <out> <bits/s> "
                          "<keyint> <preset>\n");
     return 2;
   }

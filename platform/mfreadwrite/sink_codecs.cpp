@@ -34,9 +34,17 @@ HRESULT FindEncoder(REFGUID subtype, const AVCodec** encoder) {
   return *encoder ? S_OK : MF_E_TOPO_CODEC_NOT_FOUND;
 }
 
+HRESULT CheckEncoder(REFGUID subtype) {
+  if (subtype == MFVideoFormat_WMV3) return S_OK;
+  const AVCodec* encoder = nullptr;
+  return FindEncoder(subtype, &encoder);
+}
+
+HRESULT TakeInjectedOpenFailure() { return GetCounters().failNextEncoderOpen.exchange(0); }
+
 HRESULT OpenEncoder(AVCodecContext* context, const AVCodec* encoder, AVDictionary** options) {
-  HRESULT injected = GetCounters().failNextEncoderOpen.exchange(0);
-  if (injected != 0) return injected;
+  HRESULT injected = TakeInjectedOpenFailure();
+  if (FAILED(injected)) return injected;
   int error = avcodec_open2(context, encoder, options);
   if (error == AVERROR(ENOMEM)) return E_OUTOFMEMORY;
   return error < 0 ? MF_E_INVALIDMEDIATYPE : S_OK;

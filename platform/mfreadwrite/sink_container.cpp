@@ -28,7 +28,11 @@ const SinkContainer kContainers[] = {
     {&MFTranscodeContainerType_MPEG4, "mp4", "movflags=+faststart+write_colr", true, kMpeg4Video, kMpeg4Audio,
      kMpeg4Suffixes},
     {&MFTranscodeContainerType_3GP, "3gp", "movflags=+faststart", true, kMpeg4Video, k3gpAudio, k3gpSuffixes},
-    {&MFTranscodeContainerType_ASF, "asf", "", false, kAsfVideo, kMpeg4Audio, kAsfSuffixes},
+    // ASF has no edit list for the AAC encoder's delay: its first packet keeps its time
+    // before zero, inside the file's preroll, so that the pictures still start at zero
+    // and the sound stays in step with them.
+    {&MFTranscodeContainerType_ASF, "asf", "avoid_negative_ts=disabled", false, kAsfVideo, kMpeg4Audio,
+     kAsfSuffixes},
 };
 
 bool EndsWith(const std::string& text, const char* suffix) {

@@ -20,8 +20,7 @@ HRESULT CreateSinkStream(IMFMediaType* target, const SinkContainer& container, c
       (!video && major != MFMediaType_Audio)) {
     return MF_E_INVALIDMEDIATYPE;
   }
-  const AVCodec* encoder = nullptr;
-  HRESULT hr = FindEncoder(subtype, &encoder);
+  HRESULT hr = CheckEncoder(subtype);
   if (FAILED(hr)) return hr;
   if (video) {
     VideoTarget settings;

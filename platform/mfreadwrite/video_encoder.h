@@ -25,8 +25,8 @@ class VideoEncoder {
 };
 
 // An open encoder for the target, made for what the container needs.
-// MF_E_TOPO_CODEC_NOT_FOUND for a codec without an encoder (WMV3), MF_E_INVALIDMEDIATYPE
-// for settings the encoder refuses.
+// MF_E_TOPO_CODEC_NOT_FOUND for a codec without an encoder, MF_E_INVALIDMEDIATYPE for
+// settings the encoder refuses.
 HRESULT OpenVideoEncoder(const VideoTarget& target, const ContainerNeeds& needs,
                          std::unique_ptr<VideoEncoder>* encoder);
 

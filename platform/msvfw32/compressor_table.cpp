@@ -3,6 +3,7 @@
 
 #include "msvfw32/dib_compressor.h"
 #include "msvfw32/ffmpeg_compressor.h"
+#include "msvfw32/wmv3_compressor.h"
 
 namespace tessel::platform {
 
@@ -48,6 +49,7 @@ constexpr CompressorEntry kCompressors[] = {
     {{Code("mp43"), "Microsoft MPEG-4 version 3", CompressorFlags(kMp43)}, &CreateFfmpeg<kMp43>},
     {{Code("wmv1"), "Windows Media Video 7", CompressorFlags(kWmv1)}, &CreateFfmpeg<kWmv1>},
     {{Code("wmv2"), "Windows Media Video 8", CompressorFlags(kWmv2)}, &CreateFfmpeg<kWmv2>},
+    {{Code("wmv3"), "Windows Media Video 9", kWmv3CompressorFlags}, &CreateWmv3Compressor},
     {{Code("hfyu"), "HuffYUV (lossless)", CompressorFlags(kHfyu)}, &CreateFfmpeg<kHfyu>},
     {{Code("cvid"), "Cinepak", CompressorFlags(kCvid)}, &CreateFfmpeg<kCvid>},
     {{Code("msvc"), "Microsoft Video 1", CompressorFlags(kCram)}, &CreateFfmpeg<kCram>},

@@ -20,8 +20,6 @@ namespace tessel::platform {
 
 namespace {
 
-// The quantiser that quality maps onto, so that more quality never gives a coarser one.
-int QuantiserFor(DWORD quality) { return 2 + static_cast<int>(std::lround((10000 - quality) * 29 / 10000.0)); }
 double RateFactorFor(DWORD quality) { return 12 + (10000 - quality) * 28 / 10000.0; }
 
 HRESULT StatusOfOpening(int error) {
@@ -98,7 +96,7 @@ void FfmpegCompressor::Configure(const CompressorSettings& settings) {
     // a few seconds end near the rate asked.
     c->bit_rate_tolerance = static_cast<int>(std::min<int64_t>(c->bit_rate / 4, INT32_MAX));
   } else if (codec_.quality == QualityControl::kLambda) {
-    lambda_ = QuantiserFor(settings.quality) * FF_QP2LAMBDA;
+    lambda_ = QuantiserForQuality(settings.quality) * FF_QP2LAMBDA;
     c->flags |= AV_CODEC_FLAG_QSCALE;
     c->global_quality = lambda_;
   }

@@ -25,6 +25,12 @@ struct CompressorSettings {
   DWORD bytesPerSecond = 0;  // the data rate to keep; 0: none, quality decides
 };
 
+// The quantiser that quality (0 to 10000) maps onto, from 31 down to 2, so that more
+// quality never gives a coarser one.
+inline int QuantiserForQuality(DWORD quality) {
+  return 2 + static_cast<int>((int64_t(10000 - quality) * 29 + 5000) / 10000);
+}
+
 // One compressed frame, valid during the sink's call.
 struct CompressedFrame {
   const uint8_t* data = nullptr;

@@ -83,6 +83,7 @@ struct Wmv3Encoder::State {
   FramePlanes reconstruction;  // the picture being coded
   std::array<uint8_t, 4> header{};
   int64_t frameIndex = 0;
+  int64_t nextKey = 0;  // the index of the next key frame
   bool roundingControl = true;  // RND of the last picture
 };
 
@@ -112,7 +113,7 @@ HRESULT Wmv3Encoder::Encode(const Wmv3Picture& picture, std::vector<uint8_t>* fr
     s.source.planes[1].Load(picture.planes[1], picture.strides[1], chromaWidth, chromaHeight);
     s.source.planes[2].Load(picture.planes[2], picture.strides[2], chromaWidth, chromaHeight);
 
-    bool key = s.frameIndex % s.keySpacing == 0;
+    bool key = s.frameIndex >= s.nextKey;
     double target = s.rate.TargetBits(key);
     int step = s.StepFor(key, target);
     std::vector<uint8_t> bits = s.Code(key, step);
@@ -124,6 +125,7 @@ HRESULT Wmv3Encoder::Encode(const Wmv3Picture& picture, std::vector<uint8_t>* fr
     }
     s.rate.Update(key, step, static_cast<int64_t>(bits.size()) * 8);
     s.roundingControl = key ? true : !s.roundingControl;
+    if (key) s.nextKey = s.frameIndex + s.keySpacing;
     std::swap(s.reference, s.reconstruction);
     s.reference.ExtendEdges();
     ++s.frameIndex;
@@ -134,6 +136,8 @@ HRESULT Wmv3Encoder::Encode(const Wmv3Picture& picture, std::vector<uint8_t>* fr
   }
   return S_OK;
 }
+
+void Wmv3Encoder::ForceKeyFrame() { state_->nextKey = state_->frameIndex; }
 
 Wmv3Picture Wmv3Encoder::Reconstruction() const {
   Wmv3Picture picture;

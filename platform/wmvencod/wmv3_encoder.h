@@ -50,6 +50,8 @@ class TESSEL_PLATFORM_API Wmv3Encoder {
   const std::array<uint8_t, 4>& SequenceHeader() const;
   // E_POINTER for a null plane or out pointer; E_OUTOFMEMORY. frame is replaced.
   HRESULT Encode(const Wmv3Picture& picture, std::vector<uint8_t>* frame, bool* keyFrame);
+  // Makes the next picture a key frame; the spacing of key frames counts from there.
+  void ForceKeyFrame();
   // Valid until the next Encode; the planes have the picture's size.
   Wmv3Picture Reconstruction() const;
 

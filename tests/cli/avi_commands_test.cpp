@@ -7,14 +7,10 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-}
-
 #include "compressor_list.h"
 #include "fixtures.h"
 #include "four_character_code.h"
+#include "reference_decoder.h"
 #include "tessel_process.h"
 
 namespace tessel::testing {
@@ -26,17 +22,8 @@ namespace fx = tessel::fixtures;
 constexpr const char* kArrayType = "vorna.ParametricTypes:Array<vorna.Char>";
 constexpr const char* kFirstQuestion = "Compressor number (Enter or q cancels): ";
 
-// The codec FFmpeg names for the first video stream of a file; empty when it has none.
-std::string VideoCodecOf(const std::string& path) {
-  AVFormatContext* context = nullptr;
-  if (avformat_open_input(&context, path.c_str(), nullptr, nullptr) < 0) return "";
-  std::string codec;
-  for (unsigned i = 0; i < context->nb_streams && codec.empty(); ++i)
-    if (context->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_VIDEO)
-      codec = avcodec_get_name(context->streams[i]->codecpar->codec_id);
-  avformat_close_input(&context);
-  return codec;
-}
+// FFmpeg's name of the video codec of a written file.
+std::string VideoCodecOf(const std::string& path) { return fx::ReferenceCodecName(path, AVMEDIA_TYPE_VIDEO); }
 
 int32_t Code(const char* text) {
   uint32_t code = 0;

@@ -53,7 +53,7 @@ const CompressorCase kCompressorCases[] = {
     {"mjpg", AV_CODEC_ID_MJPEG, 35},     {"xvid", AV_CODEC_ID_MPEG4, 35},    {"divx", AV_CODEC_ID_MPEG4, 35},
     {"fmp4", AV_CODEC_ID_MPEG4, 35},     {"dx50", AV_CODEC_ID_MPEG4, 35},    {"mp42", AV_CODEC_ID_MSMPEG4V2, 35},
     {"mp43", AV_CODEC_ID_MSMPEG4V3, 35}, {"wmv1", AV_CODEC_ID_WMV1, 35},     {"wmv2", AV_CODEC_ID_WMV2, 35},
-    {"hfyu", AV_CODEC_ID_HUFFYUV, 100},  {"cvid", AV_CODEC_ID_CINEPAK, 30},  {"msvc", AV_CODEC_ID_MSVIDEO1, 28},
+    {"wmv3", AV_CODEC_ID_WMV3, 35},      {"hfyu", AV_CODEC_ID_HUFFYUV, 100},  {"cvid", AV_CODEC_ID_CINEPAK, 30},  {"msvc", AV_CODEC_ID_MSVIDEO1, 28},
     {"cram", AV_CODEC_ID_MSVIDEO1, 28},  {"ffv1", AV_CODEC_ID_FFV1, 100},    {"h264", AV_CODEC_ID_H264, 35},
     {"x264", AV_CODEC_ID_H264, 35},
 };

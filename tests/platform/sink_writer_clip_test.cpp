@@ -39,6 +39,8 @@ const Combination kCombinations[] = {
     {".asf", &MFVideoFormat_WMV1, AV_CODEC_ID_WMV1, &MFAudioFormat_MP3, AV_CODEC_ID_MP3},
     {".asf", &MFVideoFormat_WMV2, AV_CODEC_ID_WMV2, &MFAudioFormat_AAC, AV_CODEC_ID_AAC},
     {".asf", &MFVideoFormat_WMV2, AV_CODEC_ID_WMV2, &MFAudioFormat_MP3, AV_CODEC_ID_MP3},
+    {".asf", &MFVideoFormat_WMV3, AV_CODEC_ID_WMV3, &MFAudioFormat_AAC, AV_CODEC_ID_AAC},
+    {".asf", &MFVideoFormat_WMV3, AV_CODEC_ID_WMV3, &MFAudioFormat_MP3, AV_CODEC_ID_MP3},
 };
 
 std::string Name(const Combination& c) {

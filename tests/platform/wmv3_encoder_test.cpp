@@ -267,6 +267,23 @@ TEST(Wmv3EncoderTest, KeyFramesComeAtTheSpacing) {
   }
 }
 
+TEST(Wmv3EncoderTest, ForcedKeyFrameRestartsTheSpacing) {
+  Wmv3EncoderSettings settings = PanSettings(32, 32);
+  settings.keyFrameSpacing = 3;
+  std::unique_ptr<Wmv3Encoder> encoder;
+  ASSERT_EQ(Wmv3Encoder::Create(settings, &encoder), S_OK);
+  std::vector<int> keys;
+  std::vector<Yuv> clip = MakeClip(Clip::kPan, 32, 32, 9);
+  for (size_t i = 0; i < clip.size(); ++i) {
+    if (i == 4) encoder->ForceKeyFrame();
+    std::vector<uint8_t> frame;
+    bool key = false;
+    ASSERT_EQ(encoder->Encode(clip[i].View(), &frame, &key), S_OK);
+    if (key) keys.push_back(static_cast<int>(i));
+  }
+  EXPECT_EQ(keys, (std::vector<int>{0, 3, 4, 7}));
+}
+
 TEST(Wmv3EncoderTest, RateControlHoldsTheBitRate) {
   const int kFrames = 60;
   for (int64_t bitRate : {150000, 500000, 1200000}) {
