@@ -43,14 +43,7 @@ class ConvertCommandsTest : public ::testing::Test {
   }
 
   // Files of the directory other than the captured output, by name.
-  std::vector<std::string> Files() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(_directory)) {
-      std::string name = entry.path().filename().string();
-      if (name != ".stdout" && name != ".stderr") names.push_back(name);
-    }
-    return names;
-  }
+  std::vector<std::string> Files() const { return FilesWritten(_directory); }
 
   std::string _directory;
 };
@@ -62,6 +55,7 @@ TEST_F(ConvertCommandsTest, JsonSummarySaysWhatWasWritten) {
   EXPECT_EQ(summary["output"], "out.rec");
   EXPECT_EQ(summary["saver"], "rec");
   EXPECT_EQ(summary["codec"], "BGRX") << "the saver's default";
+  EXPECT_TRUE(summary["compressor"].is_null()) << "no compressor was chosen";
   EXPECT_EQ(summary["frames"], 10);
   EXPECT_DOUBLE_EQ(summary["seconds"].get<double>(), 1.0);
   EXPECT_GE(summary["elapsed"].get<double>(), 0.0);
@@ -177,7 +171,7 @@ TEST_F(ConvertCommandsTest, DescribeShowsTheSettingsAndCapabilitiesOfASaver) {
   const json& settings = description["settings"];
   ASSERT_EQ(settings.size(), 8u);
   EXPECT_EQ(settings[0], json::parse(R"({"key":"codec","type":"Id","default":"BGRX","minimum":null,
-                                          "choices":["BGRX","YUY2","BGR"]})"));
+                                          "maximum":null,"choices":["BGRX","YUY2","BGR"]})"));
   EXPECT_EQ(settings[1]["type"], "BytesValue");
   EXPECT_EQ(settings[1]["minimum"], 0);
   EXPECT_EQ(settings[3]["default"], false);

@@ -1,6 +1,7 @@
 #include "tessel_process.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,11 +37,14 @@ std::string ReadFile(const std::string& path) {
 }
 
 // The output goes to two files in the directory, which keeps them out of its listing
-// only by their leading dot.
+// only by their leading dot. A session of its own leaves the child without a
+// controlling terminal.
 [[noreturn]] void ExecInChild(const std::vector<std::string>& arguments, const std::string& directory) {
+  int in = open("/dev/null", O_RDONLY);
   int out = open((directory + "/.stdout").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
   int err = open((directory + "/.stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  if (out < 0 || err < 0) _exit(127);
+  if (in < 0 || out < 0 || err < 0 || setsid() < 0) _exit(127);
+  dup2(in, 0);
   dup2(out, 1);
   dup2(err, 2);
   Exec(arguments, directory);
@@ -80,14 +84,29 @@ TesselRun RunTesselAndInterrupt(const std::vector<std::string>& arguments, const
   return Collected(status, directory);
 }
 
-TesselRun RunTesselOnTerminal(const std::vector<std::string>& arguments, const std::string& directory) {
+TesselRun RunTesselOnTerminal(const std::vector<std::string>& arguments, const std::string& directory,
+                              const std::vector<TerminalAnswer>& answers) {
   TesselRun run;
   int terminal = -1;
   pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
   if (child == 0) Exec(arguments, directory);
   if (child < 0) return run;
+  size_t next = 0;
+  size_t searchFrom = 0;
   char buffer[4096];
-  for (ssize_t got; (got = read(terminal, buffer, sizeof buffer)) > 0;) run.out.append(buffer, size_t(got));
+  pollfd waiting{terminal, POLLIN, 0};
+  while (poll(&waiting, 1, 60000) > 0) {
+    ssize_t got = read(terminal, buffer, sizeof buffer);
+    if (got <= 0) break;
+    run.out.append(buffer, size_t(got));
+    for (size_t at; next < answers.size() && (at = run.out.find(answers[next].prompt, searchFrom)) != std::string::npos;
+         ++next) {
+      searchFrom = at + answers[next].prompt.size();
+      std::string typed = answers[next].answer + "\n";
+      if (write(terminal, typed.data(), typed.size()) != ssize_t(typed.size())) break;
+    }
+  }
+  kill(child, SIGKILL);
   close(terminal);
   int status = 0;
   if (waitpid(child, &status, 0) == child && WIFEXITED(status)) run.exitCode = WEXITSTATUS(status);
@@ -107,6 +126,15 @@ std::string MakeTempDirectory() {
   std::string pattern = (std::filesystem::temp_directory_path() / "tessel-cli-XXXXXX").string();
   char* made = mkdtemp(pattern.data());
   return made ? std::string(made) : std::string();
+}
+
+std::vector<std::string> FilesWritten(const std::string& directory) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+    std::string name = entry.path().filename().string();
+    if (name != ".stdout" && name != ".stderr") names.push_back(name);
+  }
+  return names;
 }
 
 }  // namespace tessel::testing

@@ -15,7 +15,8 @@ struct TesselRun {
   std::string err;
 };
 
-// Runs tessel with arguments in directory; stdout and stderr are kept apart.
+// Runs tessel with arguments in directory, without a terminal: stdin is /dev/null and
+// the process has no controlling terminal. stdout and stderr are kept apart.
 TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string& directory);
 
 // Runs tessel as RunTessel does and sends it SIGINT as soon as ready(directory) says
@@ -23,9 +24,18 @@ TesselRun RunTessel(const std::vector<std::string>& arguments, const std::string
 TesselRun RunTesselAndInterrupt(const std::vector<std::string>& arguments, const std::string& directory,
                                 const std::function<bool(const std::string&)>& ready);
 
-// Runs tessel with a pseudo-terminal as its stdin, stdout and stderr; out holds all it
-// wrote to the terminal, err is empty.
-TesselRun RunTesselOnTerminal(const std::vector<std::string>& arguments, const std::string& directory);
+// An answer that a user types on the terminal once the text prompt has appeared.
+struct TerminalAnswer {
+  std::string prompt;
+  std::string answer;  // typed with Enter after it
+};
+
+// Runs tessel with a pseudo-terminal as its stdin, stdout and stderr and answers its
+// questions: each answer is typed when its prompt appears after the previous one. out
+// holds all that the terminal showed, answers echoed; err is empty. A tessel that
+// shows nothing for a minute is killed (exit code -1).
+TesselRun RunTesselOnTerminal(const std::vector<std::string>& arguments, const std::string& directory,
+                              const std::vector<TerminalAnswer>& answers = {});
 
 // The arguments that make tessel load the host's test module, which reads memory urls
 // named "pattern...": 4x2 frames (WxH for "pattern-WxH...") whose colour is the frame
@@ -38,5 +48,8 @@ std::vector<std::string> MediaAndTestModules();
 
 // A fresh empty directory under the system's temporary directory.
 std::string MakeTempDirectory();
+
+// The names of the files in a run's directory, without the captured output.
+std::vector<std::string> FilesWritten(const std::string& directory);
 
 }  // namespace tessel::testing

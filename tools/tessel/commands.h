@@ -23,6 +23,7 @@ int RunAudio(const Options& options);
 int RunFormats(const Options& options);
 int RunConvert(const Options& options);
 int RunDescribe(const Options& options);
+int RunCompressors(const Options& options);
 
 // Prints what the file holds, as text or as one JSON object.
 bool PrintProbe(const std::string& file, bool json, Failure& failure);
@@ -41,6 +42,9 @@ struct ConvertJob {
   std::string output;
   std::string saver;  // empty: the one of OUT's suffix
   std::vector<std::pair<std::string, std::string>> settings;  // key and value text, in the order given
+  std::string compressor;    // --compressor CODE; empty: none
+  std::string settingsFile;  // --settings FILE; empty: none
+  bool choose = false;       // --choose: the saver's compressor chooser, on the terminal
   vorna::host::ExportRequest request;  // the source; saver, output and settings are filled in
   bool json = false;
 };

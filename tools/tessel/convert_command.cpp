@@ -1,15 +1,19 @@
 // tessel convert IN OUT [options]: writes IN as a movie through a saver of
 // vorna.ImageSavers, with the host's export session. The saver comes from OUT's suffix
-// or --saver; its settings come from the named options and --setting KEY=VALUE, each
-// typed by the saver's own description. The movie goes to a temporary file beside OUT,
-// which becomes OUT only when the saver has closed it without an error.
+// or --saver; its settings from a settings file, the named options, --setting
+// KEY=VALUE and the compressor chooser (export_settings.h). The movie goes to a
+// temporary file beside OUT, which becomes OUT only when the saver has closed it
+// without an error.
 #include <cinttypes>
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 
 #include "command_arguments.h"
 #include "commands.h"
+#include "compressor_settings.h"
+#include "export_settings.h"
 #include "host_text.h"
 #include "interrupt_watch.h"
 #include "json_writer.h"
@@ -26,9 +30,9 @@ namespace {
 constexpr double MAX_FPS = 1000;
 
 const ArgumentSpec CONVERT_ARGUMENTS{
-    {"--saver", "--codec", "--bitrate", "--keyframes", "--audio-codec", "--audio-rate", "--audio-kbps", "--stream",
-     "--from", "--to", "--fps"},
-    {"--no-srgb", "--square", "--no-audio", "--json"},
+    {"--saver", "--codec", "--bitrate", "--keyframes", "--quality", "--compressor", "--settings", "--audio-codec",
+     "--audio-rate", "--audio-kbps", "--stream", "--from", "--to", "--fps"},
+    {"--no-srgb", "--square", "--no-audio", "--choose", "--json"},
     2,
     "IN and OUT",
     {"--setting"}};
@@ -40,6 +44,7 @@ struct NamedSetting {
 };
 const NamedSetting NAMED_SETTINGS[] = {{"--codec", "codec"},
                                        {"--keyframes", "keyframes"},
+                                       {"--quality", "quality"},
                                        {"--audio-codec", "audio.codec"},
                                        {"--audio-rate", "audio.samplerate"},
                                        {"--audio-kbps", "audio.kilobitrate"}};
@@ -66,6 +71,17 @@ bool ReadSettings(const CommandArguments& arguments, ConvertJob& job, Failure& f
     job.settings.emplace_back(setting.substr(0, eq), setting.substr(eq + 1));
   }
   return true;
+}
+
+// --quality is a number from 0 (the smallest file) to 1 (the best picture).
+bool CheckQuality(const CommandArguments& arguments, Failure& failure) {
+  if (!arguments.Has("--quality")) return true;
+  const std::string& text = arguments.Text("--quality");
+  char* end = nullptr;
+  double quality = std::strtod(text.c_str(), &end);
+  if (!text.empty() && *end == '\0' && quality >= 0 && quality <= 1) return true;
+  failure = UsageFailure("--quality expects a number from 0 to 1, got \"" + text + "\"");
+  return false;
 }
 
 bool ReadSource(const CommandArguments& arguments, ConvertJob& job, Failure& failure) {
@@ -102,10 +118,14 @@ bool ReadConvertJob(const Options& options, ConvertJob& job, Failure& failure) {
   job.output = arguments.Positional(1);
   job.saver = arguments.Text("--saver");
   job.json = arguments.Has("--json");
+  job.compressor = arguments.Text("--compressor");
+  job.settingsFile = arguments.Text("--settings");
+  job.choose = arguments.Has("--choose");
   int64_t number = 0;
   for (const char* positive : {"--audio-rate", "--audio-kbps"})
     if (!arguments.Count(positive, 1, 1, INT32_MAX, number, failure)) return false;
-  if (!arguments.Count("--keyframes", 0, 0, INT32_MAX, number, failure)) return false;
+  if (!arguments.Count("--keyframes", 0, 0, INT32_MAX, number, failure) || !CheckQuality(arguments, failure))
+    return false;
   return ReadSettings(arguments, job, failure) && ReadSource(arguments, job, failure);
 }
 
@@ -117,26 +137,6 @@ bool ChooseSaver(ConvertJob& job, Failure& failure) {
   if (job.saver.empty()) {
     failure = UsageFailure("no saver writes \"" + suffix + "\" files; give --saver ID (tessel formats lists them)");
     return false;
-  }
-  return true;
-}
-
-// The settings dictionary, each value read as the type the saver describes.
-bool BuildSettings(const SaverInfo& saver, const ConvertJob& job, vorna::DataDictionary& settings, Failure& failure) {
-  for (const auto& [key, text] : job.settings) {
-    const SettingInfo* setting = FindSetting(saver, key);
-    if (!setting) {
-      failure = UsageFailure("the saver " + saver.id + " has no setting \"" + key + "\" (tessel describe " + saver.id +
-                             " lists them)");
-      return false;
-    }
-    vorna::Data value;
-    std::string error;
-    if (!ParseValue(text, setting->type, setting->defaultData.GetType(), value, error) ||
-        settings.Set(vorna::ConstDataPtr(setting->identifier), value).IsError()) {
-      failure = UsageFailure("setting " + key + ": " + (error.empty() ? "cannot be set" : error));
-      return false;
-    }
   }
   return true;
 }
@@ -169,12 +169,14 @@ Failure ExportFailure(const ConvertJob& job, vorna::ErrorWord error, bool openin
 void PrintSummary(const ConvertJob& job, const SaverInfo& saver, const vorna::host::ExportSummary& summary,
                   double elapsed, int64_t bytes) {
   std::optional<std::string> codec = CodecOf(saver, job);
+  std::optional<std::string> compressor = CompressorOf(job.request.settings);
   if (job.json) {
     JsonWriter json;
     json.BeginObject();
     json.Field("output", job.output);
     json.Field("saver", saver.id);
     json.FieldOrNull("codec", codec);
+    json.FieldOrNull("compressor", compressor);
     json.Key("frames");
     json.Integer(summary.frames);
     json.Key("seconds");
@@ -187,9 +189,10 @@ void PrintSummary(const ConvertJob& job, const SaverInfo& saver, const vorna::ho
     std::printf("%s\n", json.Text().c_str());
     return;
   }
+  std::string written = (codec ? ", codec " + *codec : "") + (compressor ? ", compressor " + *compressor : "");
   std::printf("%s: %" PRId64 " frames, %.6g s of movie in %.3g s (saver %s%s), %" PRId64 " bytes\n",
               job.output.c_str(), int64_t(summary.frames), summary.movieSeconds, elapsed, saver.id.c_str(),
-              codec ? (", codec " + *codec).c_str() : "", bytes);
+              written.c_str(), bytes);
 }
 
 bool Export(ConvertJob& job, const SaverInfo& saver, Failure& failure) {
@@ -228,7 +231,7 @@ bool Export(ConvertJob& job, const SaverInfo& saver, Failure& failure) {
 bool Convert(ConvertJob& job, Failure& failure) {
   SaverInfo saver;
   if (!ChooseSaver(job, failure) || !DescribeSaver(job.saver, nullptr, saver, failure) ||
-      !BuildSettings(saver, job, job.request.settings, failure))
+      !SettleSettings(saver, job, failure))
     return false;
   return Export(job, saver, failure);
 }

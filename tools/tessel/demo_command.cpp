@@ -1,8 +1,8 @@
 // tessel demo [CLIP -o DIR]: loads the module through the host and shows what it
 // registered. Given a clip, it then probes it and writes a contact sheet and its sound
-// into DIR, converts it to MP4 and to WMV (WMV2, which the platform encodes), probes
-// those and lays out a sheet of each, and says where everything is; `make demo` runs it
-// on a clip it generates.
+// into DIR, converts it to MP4, to WMV (WMV2, which the platform encodes) and to AVI
+// (Motion JPEG), probes those and lays out a sheet of each, and says where everything
+// is; `make demo` runs it on a clip it generates.
 #include <cstdio>
 #include <filesystem>
 
@@ -35,22 +35,20 @@ void PrintModule(const Options& options, const Session& session) {
     std::printf("  %s = %s  (%s)\n", variable.name.c_str(), variable.value ? "true" : "false", variable.help.c_str());
 }
 
-// The clip as movie.SUFFIX in directory, probed and laid out as sheet_SUFFIX.png. Skipped
-// with a note while no saver writes that suffix.
-bool ConvertClip(const std::string& clip, const std::string& directory, const std::string& suffix,
-                 const std::vector<std::pair<std::string, std::string>>& settings, Failure& failure) {
+// The clip as movie.SUFFIX in directory, written as job says (options is how the command
+// line says it), probed and laid out as sheet_SUFFIX.png. Skipped with a note while no
+// saver writes that suffix.
+bool ConvertClip(const std::string& clip, const std::string& directory, const std::string& suffix, ConvertJob job,
+                 const std::string& options, Failure& failure) {
   if (FindSaverForSuffix(suffix).empty()) {
     std::printf("\nNo saver writes .%s files; the conversion to %s is left out.\n", suffix.c_str(), suffix.c_str());
     return true;
   }
-  ConvertJob job;
   job.input = clip;
   job.output = (std::filesystem::path(directory) / ("movie." + suffix)).string();
-  job.settings = settings;
   SheetRequest sheet;
   sheet.output = (std::filesystem::path(directory) / ("sheet_" + suffix + ".png")).string();
-  std::string codec = settings.empty() ? "" : " --codec " + settings.front().second;
-  std::printf("\n$ tessel convert %s %s%s\n", clip.c_str(), job.output.c_str(), codec.c_str());
+  std::printf("\n$ tessel convert %s %s%s\n", clip.c_str(), job.output.c_str(), options.c_str());
   if (!Convert(job, failure)) return false;
   std::printf("\n$ tessel probe %s\n", job.output.c_str());
   if (!PrintProbe(job.output, false, failure)) return false;
@@ -76,8 +74,13 @@ bool ShowClip(const std::string& clip, const std::string& directory, Failure& fa
   std::printf("\n$ tessel audio %s -o %s\n", clip.c_str(), sound.output.c_str());
   if (!WriteSound(clip, sound, failure)) return false;
   std::printf("\nLook at %s and listen to %s.\n", sheet.output.c_str(), sound.output.c_str());
-  return ConvertClip(clip, directory, "mp4", {}, failure) &&
-         ConvertClip(clip, directory, "wmv", {{"codec", "WMV2"}}, failure);
+  ConvertJob wmv;
+  wmv.settings = {{"codec", "WMV2"}};
+  ConvertJob avi;
+  avi.compressor = "mjpg";
+  return ConvertClip(clip, directory, "mp4", {}, "", failure) &&
+         ConvertClip(clip, directory, "wmv", wmv, " --codec WMV2", failure) &&
+         ConvertClip(clip, directory, "avi", avi, " --compressor mjpg", failure);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // tessel describe SAVER [--audio-codec C] [--json]: what a saver of vorna.ImageSavers can
-// do and the settings it describes, each with its type, default, minimum and choices.
+// do and the settings it describes, each with its type, default, minimum, maximum and choices,
+// and for a saver with system options what its compressor chooser keeps beside them.
 // --audio-codec shows the description as it is for that sound codec (the sample rates
 // a saver offers may depend on it).
 #include <cstdio>
@@ -29,11 +30,16 @@ void PrintText(const SaverInfo& saver) {
   for (const SettingInfo& setting : saver.settings) {
     std::string line = "  " + setting.key + " (" + setting.type + "), default " + ToText(setting.defaultValue);
     if (setting.minimum.kind != SettingValue::Kind::kNone) line += ", minimum " + ToText(setting.minimum);
+    if (setting.maximum.kind != SettingValue::Kind::kNone) line += ", maximum " + ToText(setting.maximum);
     std::vector<std::string> choices;
     for (const SettingValue& choice : setting.choices) choices.push_back(ToText(choice));
     if (!choices.empty()) line += ", choices: " + Joined(choices);
     std::printf("%s\n", line.c_str());
   }
+  if (saver.systemSettings.empty()) return;
+  std::printf("kept by the compressor chooser (--compressor, --choose, --settings):\n");
+  for (const SettingInfo& setting : saver.systemSettings)
+    std::printf("  %s (%s)\n", setting.key.c_str(), setting.type.c_str());
 }
 
 void PrintJson(const SaverInfo& saver) {
@@ -61,10 +67,21 @@ void PrintJson(const SaverInfo& saver) {
     WriteValue(json, setting.defaultValue);
     json.Key("minimum");
     WriteValue(json, setting.minimum);
+    json.Key("maximum");
+    WriteValue(json, setting.maximum);
     json.Key("choices");
     json.BeginArray();
     for (const SettingValue& choice : setting.choices) WriteValue(json, choice);
     json.EndArray();
+    json.EndObject();
+  }
+  json.EndArray();
+  json.Key("systemsettings");
+  json.BeginArray();
+  for (const SettingInfo& setting : saver.systemSettings) {
+    json.BeginObject();
+    json.Field("key", setting.key);
+    json.Field("type", setting.type);
     json.EndObject();
   }
   json.EndArray();

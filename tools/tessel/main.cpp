@@ -23,15 +23,19 @@ constexpr const char* USAGE =
     "                               the sound of the N-th audio stream as a WAV file\n"
     "  convert IN OUT [options]     IN written as a movie by the saver of OUT's suffix (or --saver ID)\n"
     "    settings: --codec NAME, --bitrate BITS (bits per second, k and M allowed), --keyframes N,\n"
-    "              --audio-codec aac|mp3, --audio-rate HZ, --audio-kbps K, --no-srgb,\n"
-    "              --setting KEY=VALUE (any setting the saver describes)\n"
+    "              --quality Q (0 to 1), --audio-codec aac|mp3, --audio-rate HZ, --audio-kbps K,\n"
+    "              --no-srgb, --setting KEY=VALUE (any setting the saver describes)\n"
+    "    AVI:      --compressor CODE (see compressors), --choose (the compressor chooser, on the\n"
+    "              terminal)\n"
+    "    --settings FILE: settings kept in a JSON file: read first (the options win), written back\n"
     "    source:   --stream N, --square, --from S, --to S, --fps F, --no-audio\n"
     "    --json:   one summary object at the end; Ctrl-C stops between frames\n"
     "  describe SAVER [--audio-codec C] [--json]\n"
     "                               a saver's capabilities and settings\n"
+    "  compressors [--json]         the video compressors for AVI: code, name, what each supports\n"
     "  formats [--json]             the registered file formats, handlers and savers, with suffixes\n"
     "  demo [CLIP -o DIR]           what the module registered; with a clip: probe, sheet, sound,\n"
-    "                               and the clip converted to MP4 and WMV\n"
+    "                               and the clip converted to MP4, WMV and AVI\n"
     "  help                         this text\n"
     "\n"
     "options for every command:\n"
@@ -40,7 +44,8 @@ constexpr const char* USAGE =
     "\n"
     "exit codes: 0 done, 1 failed, 2 no such file, 3 no reader for the file,\n"
     "            4 time past the end of the stream, 5 module not loaded,\n"
-    "            6 the saver refused the export, 64 bad usage, 130 stopped with Ctrl-C\n";
+    "            6 the saver refused the export, 7 the compressor choice was cancelled,\n"
+    "            64 bad usage, 130 stopped with Ctrl-C\n";
 
 struct Command {
   const char* name;
@@ -52,7 +57,7 @@ constexpr Command COMMANDS[] = {
     {"frames", tessel::cli::RunFrames}, {"sheet", tessel::cli::RunSheet},
     {"audio", tessel::cli::RunAudio},   {"formats", tessel::cli::RunFormats},
     {"demo", tessel::cli::RunDemo},     {"convert", tessel::cli::RunConvert},
-    {"describe", tessel::cli::RunDescribe},
+    {"describe", tessel::cli::RunDescribe}, {"compressors", tessel::cli::RunCompressors},
 };
 
 }  // namespace

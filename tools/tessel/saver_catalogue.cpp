@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "compressor_settings.h"
 #include "host_text.h"
 #include "vorna/datatypelib.h"
 #include "vorna/mediasession_keys.h"
@@ -67,6 +68,7 @@ SettingInfo DescribeSetting(const vorna::DataDictionary& entry) {
   setting.defaultData = EntryValue(entry, vorna::g_dataDescriptionDefaultvalue);
   setting.defaultValue = ValueOf(setting.defaultData);
   setting.minimum = ValueOf(EntryValue(entry, vorna::g_dataDescriptionMinvalue));
+  setting.maximum = ValueOf(EntryValue(entry, vorna::g_dataDescriptionMaxvalue));
   setting.choices = ChoicesOf(EntryValue(entry, vorna::g_dataDescriptionEnum));
   return setting;
 }
@@ -121,6 +123,8 @@ bool DescribeSaver(const std::string& id, const vorna::DataDictionary* settings,
     return false;
   }
   for (vorna::Int i = 0; i < description.GetCount(); ++i) info.settings.push_back(DescribeSetting(*description.GetEntry(i)));
+  if (saver.Get<vorna::Bool>(vorna::g_mediaOutputUrlSupportsSystemoptions, false))
+    info.systemSettings = CompressorSettings();
   return true;
 }
 

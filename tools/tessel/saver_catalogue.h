@@ -1,6 +1,7 @@
 // The savers that the loaded modules entered in vorna.ImageSavers, as the command line
 // shows and uses them: the suffixes of their file formats, their capabilities, and the
-// settings they describe through GetObjectDescription. Needs a started Session.
+// settings they describe through GetObjectDescription, and what their system options
+// keep beside those. Needs a started Session.
 #pragma once
 
 #include <optional>
@@ -20,6 +21,7 @@ struct SettingInfo {
   std::string type;  // the X of vorna.DataTypes:vorna.X
   SettingValue defaultValue;
   SettingValue minimum;
+  SettingValue maximum;
   std::vector<SettingValue> choices;
   vorna::Data identifier;    // the key as the saver gave it, for the settings dictionary
   vorna::Data defaultData;   // the default as the saver gave it, whose type a value takes
@@ -32,6 +34,9 @@ struct SaverInfo {
   // vorna.mediaoutputurlproperties. and the value.
   std::vector<std::pair<std::string, SettingValue>> capabilities;
   std::vector<SettingInfo> settings;
+  // What a saver with system options (supports_systemoptions) keeps beside its settings
+  // without describing it: the compressor its chooser picks (compressor_settings.h).
+  std::vector<SettingInfo> systemSettings;
 };
 
 std::vector<std::string> ListSavers();
