@@ -241,15 +241,20 @@ TEST_F(AviCommandsTest, BadUsageWritesNothingAndLeavesTheSettingsFile) {
   }
 }
 
-TEST_F(AviCommandsTest, TheDemoWritesItsClipAsMotionJpegToo) {
+// The demo's movies: MP4 and WMV with their savers' default codecs, AVI as Motion JPEG.
+TEST_F(AviCommandsTest, TheDemoWritesItsClipAsMp4WmvAndMotionJpeg) {
   TesselRun run = Run({"demo", fx::Path(fx::kMovieAac.name), "-o", _directory});
   ASSERT_EQ(run.exitCode, 0) << run.err;
   EXPECT_NE(run.out.find("$ tessel convert " + fx::Path(fx::kMovieAac.name) + " " + InDirectory("movie.avi") +
                          " --compressor mjpg\n"),
             std::string::npos)
       << run.out;
+  EXPECT_EQ(VideoCodecOf(InDirectory("movie.mp4")), "h264");
+  EXPECT_EQ(VideoCodecOf(InDirectory("movie.wmv")), "wmv3");
   EXPECT_EQ(VideoCodecOf(InDirectory("movie.avi")), "mjpeg");
-  EXPECT_TRUE(std::filesystem::exists(InDirectory("sheet_avi.png")));
+  for (const char* sheet : {"sheet_mp4.png", "sheet_wmv.png", "sheet_avi.png"}) {
+    EXPECT_TRUE(std::filesystem::exists(InDirectory(sheet))) << sheet;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // tessel demo [CLIP -o DIR]: loads the module through the host and shows what it
 // registered. Given a clip, it then probes it and writes a contact sheet and its sound
-// into DIR, converts it to MP4, to WMV (WMV2, which the platform encodes) and to AVI
+// into DIR, converts it to MP4, to WMV (its default codec, WMV3) and to AVI
 // (Motion JPEG), probes those and lays out a sheet of each, and says where everything
 // is; `make demo` runs it on a clip it generates.
 #include <cstdio>
@@ -74,12 +74,10 @@ bool ShowClip(const std::string& clip, const std::string& directory, Failure& fa
   std::printf("\n$ tessel audio %s -o %s\n", clip.c_str(), sound.output.c_str());
   if (!WriteSound(clip, sound, failure)) return false;
   std::printf("\nLook at %s and listen to %s.\n", sheet.output.c_str(), sound.output.c_str());
-  ConvertJob wmv;
-  wmv.settings = {{"codec", "WMV2"}};
   ConvertJob avi;
   avi.compressor = "mjpg";
   return ConvertClip(clip, directory, "mp4", {}, "", failure) &&
-         ConvertClip(clip, directory, "wmv", wmv, " --codec WMV2", failure) &&
+         ConvertClip(clip, directory, "wmv", {}, "", failure) &&
          ConvertClip(clip, directory, "avi", avi, " --compressor mjpg", failure);
 }
 
