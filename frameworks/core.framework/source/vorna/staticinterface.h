@@ -122,6 +122,13 @@ void InstallDeclaredStubs(HostStubFiller filler, StaticInterfaceRecord* record) 
   filler(record, record->table, IFACE::RETURN_CLASSES, record->count);
 }
 
+// The flag of a record whose fallback is a function rather than nullptr, told by its type,
+// so that it stays a constant where a function's address is not one.
+template <typename F>
+constexpr UInt32 FallbackFlag() {
+  return std::is_null_pointer_v<F> ? 0u : entityflags::FALLBACK;
+}
+
 // A fallback for a declared interface that works without a host: every entry answers
 // with the null word.
 template <typename IFACE>
@@ -159,7 +166,7 @@ constexpr UInt SignatureHash(const Char* interfaceId, Int slot) {
   static constinit ::vorna::UInt VORNA_CONCAT(IFACE, _hashes)[IFACE::COUNT]{};                      \
   constinit ::vorna::StaticInterfaceRecord IFACE::_record{                                          \
       {::vorna::UInt32(::vorna::EntityKind::STATIC_INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,            \
-       ::vorna::entityflags::RESOLVE | ((FALLBACK_FUNCTION) ? ::vorna::entityflags::FALLBACK : 0u), nullptr,   \
+       ::vorna::entityflags::RESOLVE | ::vorna::FallbackFlag<decltype(FALLBACK_FUNCTION)>(), nullptr,   \
        nullptr},                                                                                    \
       nullptr,                                                                                      \
       nullptr,                                                                                      \
