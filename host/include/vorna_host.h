@@ -52,6 +52,24 @@ struct ModuleDescription {
 };
 std::vector<ModuleDescription> DescribeModule(const LoadedModule* module);
 
+// What a loaded module declares of the host, by id, and whether the host resolved it:
+// its interfaces (virtual and static), the published objects it uses (classes, error
+// classes, registry members) and its resource ids (which the host always fills).
+struct DeclaredEntity {
+  std::string id;
+  Bool resolved;
+};
+struct ModuleDeclarations {
+  std::vector<DeclaredEntity> interfaces;
+  std::vector<DeclaredEntity> objects;
+  std::vector<DeclaredEntity> resourceIds;
+};
+ModuleDeclarations DescribeDeclarations(const LoadedModule* module);
+
+// The head of the module's list of records (its g_privateModules), for tests that read
+// the records themselves.
+ModuleRecord* GetModuleRecords(const LoadedModule* module);
+
 // Configuration variables: set by name ("true", "false", "1", "0"); a value set before
 // a variable is registered is applied when it is. False for an unknown value text.
 Bool SetConfiguration(const std::string& name, const std::string& value);

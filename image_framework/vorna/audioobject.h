@@ -31,4 +31,6 @@ class AudioObjectInterface : public DataDictionaryObjectInterface {
 };
 using AudioObject = StrongRef<AudioObjectInterface>;
 
+extern ObjectUseRecord g_AudioObjectClass;
+
 }  // namespace vorna

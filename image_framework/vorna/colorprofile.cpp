@@ -21,4 +21,6 @@ ColorProfile ColorProfileFromData(const Data& data) {
   return ColorProfile::FromBlock(*static_cast<const void* const*>(data.GetAddress()));
 }
 
+VORNA_DEFINE_DECLARED_STATIC_INTERFACE(ColorProfileConvertInterface, nullptr);
+
 }  // namespace vorna

@@ -56,4 +56,6 @@ class Data;
 // a null profile for an empty Data or one of another type.
 ColorProfile ColorProfileFromData(const Data& data);
 
+VORNA_DECLARED_STATIC_INTERFACE(ColorProfileConvertInterface, "vorna.ColorProfileConvertInterface#1", 5);
+
 }  // namespace vorna

@@ -44,7 +44,11 @@ class FileFormatHandlerInterface : public ObjectInterface {
   Int GetDependends() const { return Invoke<&FileFormatHandlerInterface::GetDependends, kGetDependends>(); }
 };
 
-VORNA_DECLARED_INTERFACE(MediaSessionFileFormatHandlerInterface, FileFormatHandlerInterface,
-                         "vorna.MediaSessionFileFormatHandlerInterface#1", 0, refclass::READ_ONLY);
+VORNA_DECLARED_INTERFACE(MediaSessionFileFormatHandlerInterface, FileFormatHandlerInterface, "vorna.MediaSessionFileFormatHandlerInterface#1", refclass::READ_ONLY);
+
+VORNA_DECLARED_STATIC_INTERFACE(FileFormatDetectionInterface, "vorna.FileFormatDetectionInterface#1", 1);
+
+extern ObjectUseRecord g_FileFormatBaseClass;
+extern ObjectUseRecord g_FileFormatImageBaseClass;
 
 }  // namespace vorna

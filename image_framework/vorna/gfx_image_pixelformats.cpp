@@ -21,4 +21,14 @@ PixelFormat GetPixelFormat(ObjectUseRecord& record) {
   return PixelFormat(PixelFormatInterface(*static_cast<void* const*>(LookupObjectValue(record, &none))));
 }
 
+VORNA_DEFINE_INTERFACE(PixelFormatGroupInterface, &ObjectInterface::_record);
+
+VORNA_DEFINE_INTERFACE(PixelFormatDynamicInterface, &PixelFormatInterface::_record);
+
+VORNA_DEFINE_INTERFACE(PixelFormatIndexedColorInterface, &PixelFormatInterface::_record);
+
+VORNA_DEFINE_DECLARED_STATIC_INTERFACE(PixelFormatsInterface, nullptr);
+
+VORNA_DEFINE_OBJECT_USE(g_PixelFormatBaseClass, "vorna.PixelFormatBaseClass");
+
 }  // namespace vorna

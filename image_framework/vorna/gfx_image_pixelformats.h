@@ -85,4 +85,17 @@ extern ObjectUseRecord g_pixelFormatYUVi422b;
 // A published pixel format, or a null reference while it is not available.
 PixelFormat GetPixelFormat(ObjectUseRecord& record);
 
+VORNA_DECLARED_INTERFACE(PixelFormatGroupInterface, ObjectInterface, "vorna.PixelFormatGroupInterface#1", refclass::READ_ONLY,
+                         kGetExtensions);
+
+VORNA_DECLARED_INTERFACE(PixelFormatDynamicInterface, PixelFormatInterface, "vorna.PixelFormatDynamicInterface#1", refclass::COPY_ON_WRITE,
+                         kAddChannel);
+
+VORNA_DECLARED_INTERFACE(PixelFormatIndexedColorInterface, PixelFormatInterface, "vorna.PixelFormatIndexedColorInterface#1", refclass::COPY_ON_WRITE,
+                         kInitColorTable, kGetColorTablePixelFormat, kGetColorTableSize, kSetIndex, kGetIndex);
+
+VORNA_DECLARED_STATIC_INTERFACE(PixelFormatsInterface, "vorna.PixelFormatsInterface#1", 1);
+
+extern ObjectUseRecord g_PixelFormatBaseClass;
+
 }  // namespace vorna

@@ -5,6 +5,7 @@
 
 #include "vorna/datadescription.h"
 #include "vorna/datadictionaryobject.h"
+#include "vorna/hierarchyobject.h"
 
 namespace vorna {
 
@@ -12,14 +13,11 @@ namespace vorna {
 using MEDIASESSIONFLAGS = UInt32;
 inline constexpr MEDIASESSIONFLAGS MEDIASESSIONFLAGS_FORCE = 2;
 
-VORNA_DECLARED_INTERFACE(ObserverObjectInterface, ObjectInterface, "vorna.ObserverObjectInterface#1", 7,
-                         refclass::STRONG);
-VORNA_DECLARED_INTERFACE(HierarchyObjectInterface, ObserverObjectInterface, "vorna.HierarchyObjectInterface#1", 27,
-                         refclass::STRONG);
-VORNA_DECLARED_INTERFACE(MediaSessionInterface, ObserverObjectInterface, "vorna.MediaSessionInterface#1", 4,
-                         refclass::STRONG);
-VORNA_DECLARED_INTERFACE(MediaSessionProgressInterface, ObserverObjectInterface,
-                         "vorna.MediaSessionProgressInterface#1", 4, refclass::STRONG);
+VORNA_DECLARED_INTERFACE(MediaSessionInterface, ObserverObjectInterface, "vorna.MediaSessionInterface#1", refclass::STRONG,
+                         kConnectMediaConverter, kConvert, kClose, kGetProgress);
+VORNA_DECLARED_INTERFACE(MediaSessionProgressInterface, ObserverObjectInterface, "vorna.MediaSessionProgressInterface#1", refclass::STRONG,
+                         kInitProgress, kAddProgressJob, kSetProgressAndCheckBreak,
+                         kObservableProgressNotification);
 
 // Converters and streams: a dictionary of properties, a description of settings, and
 // the session they belong to. Second base: vorna.DataDescriptionObjectInterface#1.
@@ -39,5 +37,9 @@ class MediaBaseInterface : public DataDictionaryObjectInterface {
 
   DataDescriptionObjectInterface AsDescriptionObject() const { return Cast<DataDescriptionObjectInterface>(*this); }
 };
+
+extern ObjectUseRecord g_MediaBaseClass;
+extern ObjectUseRecord g_MediaSessionObject;
+extern ObjectUseRecord g_MediaSessionProgressObject;
 
 }  // namespace vorna

@@ -57,7 +57,8 @@ class MediaConverterInterface : public MediaBaseInterface {
 };
 using MediaConverter = StrongRef<MediaConverterInterface>;
 
-VORNA_DECLARED_INTERFACE(MediaInputInterface, MediaConverterInterface, "vorna.MediaInputInterface#1", 0,
-                         refclass::STRONG);
+VORNA_DECLARED_INTERFACE(MediaInputInterface, MediaConverterInterface, "vorna.MediaInputInterface#1", refclass::STRONG);
+
+extern ObjectUseRecord g_MediaConverterBaseClass;
 
 }  // namespace vorna

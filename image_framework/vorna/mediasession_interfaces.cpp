@@ -7,8 +7,6 @@
 
 namespace vorna {
 
-VORNA_DEFINE_INTERFACE(ObserverObjectInterface, &ObjectInterface::_record);
-VORNA_DEFINE_INTERFACE(HierarchyObjectInterface, &ObserverObjectInterface::_record);
 VORNA_DEFINE_INTERFACE(MediaSessionInterface, &ObserverObjectInterface::_record);
 VORNA_DEFINE_INTERFACE(MediaSessionProgressInterface, &ObserverObjectInterface::_record);
 VORNA_DEFINE_INTERFACE(MediaBaseInterface, &DataDictionaryObjectInterface::_record,

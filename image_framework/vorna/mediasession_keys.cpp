@@ -55,4 +55,24 @@ VORNA_DEFINE_RESOURCE_ID(g_dataDescriptionUnit, "vorna.datadescriptionprops.unit
 VORNA_DEFINE_RESOURCE_ID(g_dataDescriptionEnum, "vorna.datadescriptionprops.enum");
 VORNA_DEFINE_RESOURCE_ID(g_dataDescriptionDefaultvalue, "vorna.datadescriptionprops.defaultvalue");
 
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerBoundingboxX, "vorna.mediaformat.imagelayer.boundingbox_x");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerBoundingboxY, "vorna.mediaformat.imagelayer.boundingbox_y");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerBoundingboxW, "vorna.mediaformat.imagelayer.boundingbox_w");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerBoundingboxH, "vorna.mediaformat.imagelayer.boundingbox_h");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerEnabled, "vorna.mediaformat.imagelayer.enabled");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerTransparencyprotected, "vorna.mediaformat.imagelayer.transparencyprotected");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerOpacity, "vorna.mediaformat.imagelayer.opacity");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerFillopacity, "vorna.mediaformat.imagelayer.fillopacity");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerBlendmode, "vorna.mediaformat.imagelayer.blendmode");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerLayergroup, "vorna.mediaformat.imagelayer.layergroup");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerMaskdefcolor, "vorna.mediaformat.imagelayer.maskdefcolor");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerFolderIsopen, "vorna.mediaformat.imagelayer.folder.isopen");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerAdjustmentPsdFilterid, "vorna.mediaformat.imagelayer.adjustment.psd_filterid");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatImagelayerAdjustmentPsdData, "vorna.mediaformat.imagelayer.adjustment.psd_data");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatAudioMarkerIdentifier, "vorna.mediaformat.audio.marker.identifier");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatAudioMarkerPosition, "vorna.mediaformat.audio.marker.position");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatAudioMarkerLabel, "vorna.mediaformat.audio.marker.label");
+VORNA_DEFINE_RESOURCE_ID(g_mediaformatAudioMarkerNote, "vorna.mediaformat.audio.marker.note");
+VORNA_DEFINE_RESOURCE_ID(g_mediastreamDummy, "vorna.mediastream.dummy");
+
 }  // namespace vorna

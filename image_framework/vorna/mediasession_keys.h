@@ -74,4 +74,24 @@ extern InternedId g_dataDescriptionUnit;
 extern InternedId g_dataDescriptionEnum;
 extern InternedId g_dataDescriptionDefaultvalue;
 
+extern InternedId g_mediaformatImagelayerBoundingboxX;
+extern InternedId g_mediaformatImagelayerBoundingboxY;
+extern InternedId g_mediaformatImagelayerBoundingboxW;
+extern InternedId g_mediaformatImagelayerBoundingboxH;
+extern InternedId g_mediaformatImagelayerEnabled;
+extern InternedId g_mediaformatImagelayerTransparencyprotected;
+extern InternedId g_mediaformatImagelayerOpacity;
+extern InternedId g_mediaformatImagelayerFillopacity;
+extern InternedId g_mediaformatImagelayerBlendmode;
+extern InternedId g_mediaformatImagelayerLayergroup;
+extern InternedId g_mediaformatImagelayerMaskdefcolor;
+extern InternedId g_mediaformatImagelayerFolderIsopen;
+extern InternedId g_mediaformatImagelayerAdjustmentPsdFilterid;
+extern InternedId g_mediaformatImagelayerAdjustmentPsdData;
+extern InternedId g_mediaformatAudioMarkerIdentifier;
+extern InternedId g_mediaformatAudioMarkerPosition;
+extern InternedId g_mediaformatAudioMarkerLabel;
+extern InternedId g_mediaformatAudioMarkerNote;
+extern InternedId g_mediastreamDummy;
+
 }  // namespace vorna

@@ -8,10 +8,10 @@
 
 namespace vorna {
 
-VORNA_DECLARED_INTERFACE(MediaOutputInterface, MediaConverterInterface, "vorna.MediaOutputInterface#1", 4,
-                         refclass::STRONG);
-VORNA_DECLARED_INTERFACE(MediaOutputTextureInterface, MediaOutputInterface, "vorna.MediaOutputTextureInterface#1", 1,
-                         refclass::STRONG);
+VORNA_DECLARED_INTERFACE(MediaOutputInterface, MediaConverterInterface, "vorna.MediaOutputInterface#1", refclass::STRONG,
+                         kResetConverter, kSetSelectionHandler, kGetSelectionHandler, kCallSelectionHandler);
+VORNA_DECLARED_INTERFACE(MediaOutputTextureInterface, MediaOutputInterface, "vorna.MediaOutputTextureInterface#1", refclass::STRONG,
+                         kSetOutputTexture);
 
 // Gives the window that owns a system dialog (null for none), or why there is none.
 using GetWindowDelegate = Delegate<Result<void*>()>;
@@ -47,5 +47,9 @@ class MediaOutputUrlInterface : public MediaOutputInterface {
     return Invoke<&MediaOutputUrlInterface::CheckBitmapSize, kCheckBitmapSize>(wanted);
   }
 };
+
+extern ObjectUseRecord g_MediaOutputBaseClass;
+extern ObjectUseRecord g_MediaOutputTextureClass;
+extern ObjectUseRecord g_MediaOutputUrlBaseClass;
 
 }  // namespace vorna

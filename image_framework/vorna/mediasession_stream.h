@@ -14,8 +14,7 @@ namespace vorna {
 
 // A format of a stream, or the properties of one frame: a dictionary of the
 // vorna.mediaformat.* and vorna.mediaproperties.* keys.
-VORNA_DECLARED_INTERFACE(MediaStreamFormatInterface, DataDictionaryObjectInterface,
-                         "vorna.MediaStreamFormatInterface#1", 0, refclass::COPY_ON_WRITE);
+VORNA_DECLARED_INTERFACE(MediaStreamFormatInterface, DataDictionaryObjectInterface, "vorna.MediaStreamFormatInterface#1", refclass::COPY_ON_WRITE);
 using MediaStreamFormat = COWRef<MediaStreamFormatInterface>;
 
 class MediaStreamInterface;
@@ -82,10 +81,9 @@ inline Result<void> MediaStreamPropertiesInterface::Init(const MediaStreamInterf
   return Invoke<static_cast<PropertiesInit>(&MediaStreamPropertiesInterface::Init), kInit>(stream);
 }
 
-VORNA_DECLARED_INTERFACE(MediaStreamImageBaseInterface, MediaStreamInterface, "vorna.MediaStreamImageBaseInterface#1", 0,
-                         refclass::STRONG);
-VORNA_DECLARED_INTERFACE(MediaStreamExifDataInterface, MediaStreamInterface, "vorna.MediaStreamExifDataInterface#1", 3,
-                         refclass::STRONG);
+VORNA_DECLARED_INTERFACE(MediaStreamImageBaseInterface, MediaStreamInterface, "vorna.MediaStreamImageBaseInterface#1", refclass::STRONG);
+VORNA_DECLARED_INTERFACE(MediaStreamExifDataInterface, MediaStreamInterface, "vorna.MediaStreamExifDataInterface#1", refclass::STRONG,
+                         kSetCallbackHandler, kHandleExifData, kFinishStream);
 
 // An image stream into which a converter delivers frames, line by line.
 class MediaStreamImageDataImportInterface : public MediaStreamImageBaseInterface {
@@ -113,8 +111,8 @@ class MediaStreamImageDataImportInterface : public MediaStreamImageBaseInterface
   }
 };
 
-VORNA_DECLARED_INTERFACE(MediaStreamImageDataForwardImportInterface, MediaStreamImageDataImportInterface,
-                         "vorna.MediaStreamImageDataForwardImportInterface#1", 1, refclass::STRONG);
+VORNA_DECLARED_INTERFACE(MediaStreamImageDataForwardImportInterface, MediaStreamImageDataImportInterface, "vorna.MediaStreamImageDataForwardImportInterface#1", refclass::STRONG,
+                         kSetSourceStream);
 
 // An image stream from which a converter fetches frames, line by line, in a pixel
 // format of its choosing.
@@ -189,5 +187,16 @@ class MediaStreamAudioDataExportInterface : public MediaStreamInterface {
     return Invoke<&MediaStreamAudioDataExportInterface::GetAudioObject, kGetAudioObject>();
   }
 };
+
+extern ObjectUseRecord g_MediaStreamAudioDataExportClass;
+extern ObjectUseRecord g_MediaStreamAudioDataImportClass;
+extern ObjectUseRecord g_MediaStreamBaseClass;
+extern ObjectUseRecord g_MediaStreamExifDataClass;
+extern ObjectUseRecord g_MediaStreamFormatClass;
+extern ObjectUseRecord g_MediaStreamForwardImageDataStreamsImportClass;
+extern ObjectUseRecord g_MediaStreamImageBaseClass;
+extern ObjectUseRecord g_MediaStreamImageDataExportClass;
+extern ObjectUseRecord g_MediaStreamImageDataImportClass;
+extern ObjectUseRecord g_MediaStreamPropertiesClass;
 
 }  // namespace vorna

@@ -166,5 +166,19 @@ TEST_F(ClipCommandsTest, TheDecodersComplaintsAboutADamagedClipComeOnlyWithLog) 
   EXPECT_NE(loud.err.find("\n["), std::string::npos) << "a codec line starts with its context in brackets";
 }
 
+TEST_F(ClipCommandsTest, DemoCountsWhatTheModuleDeclaresAndJsonListsWhatStayedUnresolved) {
+  TesselRun text = Run({"demo"});
+  ASSERT_EQ(text.exitCode, 0) << text.err;
+  EXPECT_NE(text.out.find("declares 166 interfaces ("), std::string::npos) << text.out;
+  EXPECT_NE(text.out.find("193 resource ids (193 resolved)"), std::string::npos) << text.out;
+  TesselRun json = Run({"demo", "--json"});
+  ASSERT_EQ(json.exitCode, 0) << json.err;
+  EXPECT_NE(json.out.find("\"module\":\"net.vorna.tessel_reel\""), std::string::npos) << json.out;
+  EXPECT_NE(json.out.find("\"vorna.Misc#1\""), std::string::npos);
+  EXPECT_NE(json.out.find("\"vorna.WriteArchiveInterface#1\""), std::string::npos);
+  EXPECT_EQ(json.out.find("\"vorna.System#1\""), std::string::npos) << "the host serves System";
+  EXPECT_EQ(json.out.find("\"vorna.MediaConverterBaseClass\""), std::string::npos) << "the host publishes it";
+}
+
 }  // namespace
 }  // namespace tessel::testing

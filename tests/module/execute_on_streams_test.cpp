@@ -20,7 +20,7 @@ constexpr LONGLONG FRAME = 400000;
 // Adds stream to input with one format under key, subscribed to it if subscribe.
 void Publish(const MediaConverterInterface& input, const ObjectInterface& stream, Int64 key, bool subscribe) {
   MediaStream media(Cast<MediaStreamInterface>(stream));
-  MediaStreamProperties format = MakeObject<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass);
+  MediaStreamProperties format = MakeObject<MediaStreamPropertiesInterface>(g_MediaStreamPropertiesClass);
   ASSERT_FALSE(media.AddFormat(MakeData(key), format).IsError());
   if (subscribe) {
     ASSERT_FALSE(media.SubscribeStream(MakeData(key)).IsError());

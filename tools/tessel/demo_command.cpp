@@ -1,13 +1,15 @@
-// tessel demo [CLIP -o DIR]: loads the module through the host and shows what it
-// registered. Given a clip, it then probes it and writes a contact sheet and its sound
-// into DIR, converts it to MP4, to WMV (its default codec, WMV3) and to AVI
-// (Motion JPEG), probes those and lays out a sheet of each, and says where everything
-// is; `make demo` runs it on a clip it generates.
+// tessel demo [CLIP -o DIR | --json]: loads the module through the host and shows what
+// it registered and how much of what it declares of the host the host resolved (with
+// --json, as JSON with the unresolved entries by id). Given a clip, it then probes it
+// and writes a contact sheet and its sound into DIR, converts it to MP4, to WMV (its
+// default codec, WMV3) and to AVI (Motion JPEG), probes those and lays out a sheet of
+// each, and says where everything is; `make demo` runs it on a clip it generates.
 #include <cstdio>
 #include <filesystem>
 
 #include "command_arguments.h"
 #include "commands.h"
+#include "json_writer.h"
 #include "saver_catalogue.h"
 #include "session.h"
 
@@ -20,9 +22,56 @@ void PrintList(const char* title, const std::vector<std::string>& items) {
   for (const auto& item : items) std::printf("    %s\n", item.c_str());
 }
 
+size_t CountResolved(const std::vector<vorna::host::DeclaredEntity>& entities) {
+  size_t resolved = 0;
+  for (const auto& entity : entities) resolved += entity.resolved ? 1 : 0;
+  return resolved;
+}
+
+void PrintDeclarations(const vorna::host::ModuleDeclarations& declared) {
+  std::printf("  declares %zu interfaces (%zu resolved), %zu objects (%zu resolved), %zu resource ids (%zu resolved)\n",
+              declared.interfaces.size(), CountResolved(declared.interfaces), declared.objects.size(),
+              CountResolved(declared.objects), declared.resourceIds.size(), CountResolved(declared.resourceIds));
+}
+
+void WriteDeclared(JsonWriter& json, const char* key, const std::vector<vorna::host::DeclaredEntity>& entities) {
+  json.Key(key);
+  json.BeginObject();
+  json.Key("declared");
+  json.Integer(int64_t(entities.size()));
+  json.Key("resolved");
+  json.Integer(int64_t(CountResolved(entities)));
+  json.Key("unresolved");
+  json.BeginArray();
+  for (const auto& entity : entities)
+    if (!entity.resolved) json.String(entity.id);
+  json.EndArray();
+  json.EndObject();
+}
+
+void PrintDeclarationsJson(const Options& options, const Session& session) {
+  JsonWriter json;
+  json.BeginObject();
+  json.Key("modules");
+  json.BeginArray();
+  for (size_t i = 0; i < session.Modules().size(); ++i) {
+    vorna::host::ModuleDeclarations declared = vorna::host::DescribeDeclarations(session.Modules()[i]);
+    json.BeginObject();
+    json.Field("module", ModuleNames(options)[i]);
+    WriteDeclared(json, "interfaces", declared.interfaces);
+    WriteDeclared(json, "objects", declared.objects);
+    WriteDeclared(json, "resourceids", declared.resourceIds);
+    json.EndObject();
+  }
+  json.EndArray();
+  json.EndObject();
+  std::printf("%s\n", json.Text().c_str());
+}
+
 void PrintModule(const Options& options, const Session& session) {
   for (size_t i = 0; i < session.Modules().size(); ++i) {
     std::printf("Loaded %s from %s\n", ModuleNames(options)[i].c_str(), options.moduleDirectory.c_str());
+    PrintDeclarations(vorna::host::DescribeDeclarations(session.Modules()[i]));
     for (const auto& record : vorna::host::DescribeModule(session.Modules()[i])) {
       std::printf("module %s\n", record.id.c_str());
       if (!record.dependencies.empty()) PrintList("dependencies", record.dependencies);
@@ -86,12 +135,17 @@ bool ShowClip(const std::string& clip, const std::string& directory, Failure& fa
 int RunDemo(const Options& options) {
   CommandArguments arguments;
   Failure failure;
-  bool withClip = !options.arguments.empty();
-  if (withClip && !arguments.Parse(options.arguments, {{"-o"}, {}, 1, "CLIP -o DIR, or nothing"}, failure))
+  bool asJson = options.arguments == std::vector<std::string>{"--json"};
+  bool withClip = !options.arguments.empty() && !asJson;
+  if (withClip && !arguments.Parse(options.arguments, {{"-o"}, {}, 1, "CLIP -o DIR, --json, or nothing"}, failure))
     return Report(failure);
   if (withClip && !arguments.Has("-o")) return Report(UsageFailure("demo CLIP needs -o DIR"));
   Session session;
   if (!session.Open(options, failure)) return Report(failure);
+  if (asJson) {
+    PrintDeclarationsJson(options, session);
+    return kExitOk;
+  }
   PrintModule(options, session);
   if (withClip && !ShowClip(arguments.Positional(0), arguments.Text("-o"), failure)) return Report(failure);
   return kExitOk;

@@ -20,8 +20,8 @@ struct InterfaceInfo {
 };
 
 // Registers the interface of record (and its bases) if new, writes its offset into
-// the record and gives the host's entry; null when the record contradicts a known
-// interface of the same id.
+// the record and gives the host's entry; null for an interface this host does not
+// serve, and when the record contradicts a known interface of the same id.
 const InterfaceInfo* ResolveInterface(InterfaceRecord* record);
 
 }  // namespace vorna::host

@@ -26,7 +26,27 @@ std::vector<std::string> StageNames(const ModuleRecord* module) {
   return stages;
 }
 
+void AddImport(const EntityRecord* import, ModuleDeclarations& declarations) {
+  DeclaredEntity entity{import->id.GetCString(), import->IsResolved()};
+  if (EntityKind(import->kind) == EntityKind::OBJECT)
+    declarations.objects.push_back(entity);
+  else
+    declarations.interfaces.push_back(entity);
+}
+
 }  // namespace
+
+ModuleDeclarations DescribeDeclarations(const LoadedModule* module) {
+  ModuleDeclarations declarations;
+  for (const ModuleRecord* record = *module->list; record; record = record->nextModule) {
+    for (const EntityRecord* import = record->imports; import; import = import->next) AddImport(import, declarations);
+    for (const ResourceIdUse* use = record->resourceIds; use; use = use->next)
+      declarations.resourceIds.push_back({use->name, use->variable->IsSet()});
+  }
+  return declarations;
+}
+
+ModuleRecord* GetModuleRecords(const LoadedModule* module) { return *module->list; }
 
 std::vector<ModuleDescription> DescribeModule(const LoadedModule* module) {
   std::vector<ModuleDescription> list;

@@ -9,6 +9,9 @@
 #include "loading/registries.h"
 #include "media/pixel_format_objects.h"
 #include "vorna/component.h"
+#include "vorna/gfx_image.h"
+#include "vorna/gfx_image_channels.h"
+#include "vorna/gfx_image_pixelformats.h"
 #include "vorna/pixel/channeltype.h"
 #include "vorna/pixel/colorspace.h"
 #include "vorna/pixel/pixelblend.h"
@@ -18,28 +21,6 @@
 namespace vorna::host {
 
 namespace {
-
-// An interface of the vocabulary: its id, method count and reference class.
-#define VOCABULARY_INTERFACE(NAME, TEXT, METHODS, REFERENCE) \
-  class NAME : public ObjectInterface {                       \
-   public:                                                    \
-    static constexpr const Char* ID = TEXT;                   \
-    static constexpr Int COUNT = METHODS;                     \
-    static constexpr UInt32 REFCLASS = REFERENCE;             \
-    static InterfaceRecord _record;                           \
-  }
-
-VOCABULARY_INTERFACE(PixelFormatGroupInterface, "vorna.PixelFormatGroupInterface#1", 1, refclass::READ_ONLY);
-VOCABULARY_INTERFACE(ImageChannelTypeInterface, "vorna.ImageChannelTypeInterface#1", 3, refclass::READ_ONLY);
-VOCABULARY_INTERFACE(ColorSpaceInterface, "vorna.ColorSpaceInterface#1", 2, refclass::READ_ONLY);
-VOCABULARY_INTERFACE(ImagePixelBlendInterface, "vorna.ImagePixelBlendInterface#1", 1, refclass::READ_ONLY);
-VOCABULARY_INTERFACE(ImagePixelStorageInterface, "vorna.ImagePixelStorageInterface#1", 11, refclass::COPY_ON_WRITE);
-
-VORNA_DEFINE_INTERFACE(PixelFormatGroupInterface, &ObjectInterface::_record);
-VORNA_DEFINE_INTERFACE(ImageChannelTypeInterface, &ObjectInterface::_record);
-VORNA_DEFINE_INTERFACE(ColorSpaceInterface, &ObjectInterface::_record);
-VORNA_DEFINE_INTERFACE(ImagePixelBlendInterface, &ObjectInterface::_record);
-VORNA_DEFINE_INTERFACE(ImagePixelStorageInterface, &ObjectInterface::_record);
 
 // A named thing of one vocabulary; the class is what tells the vocabularies apart.
 #define VOCABULARY_COMPONENT(NAME)                    \

@@ -51,7 +51,7 @@ Result<void> MediaStreamAudioStreamWinMFImportImpl::GetAudioData(const MediaConv
   // Set before anything can fail: a delivery that failed is not tried again.
   _audioDelivered = true;
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_MediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(stream));
   VORNA_RETURN_ON_ERROR(stream.InitStream(properties));
   Result<void> delivered = DeliverSound(*this, input, stream, properties);

@@ -56,7 +56,7 @@ Result<void> MovieSaverWinAviImpl::Execute(const ConverterBlock& inputs, const T
   VORNA_RETURN_ON_ERROR(input.Execute(input.GetInputConverter(), time, flags));
   if (!_imageStream) return OK;
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_MediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(_imageStream));
   VORNA_RETURN_ON_ERROR(_imageStream.InitStream(properties));
   VORNA_RETURN_ON_ERROR(SaveFrame(MediaOutputUrlInterface(GetObjectPointer()).GetOutputUrl(), properties, time));

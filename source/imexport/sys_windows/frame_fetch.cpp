@@ -31,7 +31,7 @@ using MovieStream = MediaStreamMovieStreamWinMFImportImpl;
 Result<MediaStreamProperties> FrameProperties(const MovieStream& movie, const MediaStreamInterface& stream,
                                               const SampleEntry& entry) {
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_MediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(stream));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageWidth, Int64(movie._width)));
   VORNA_RETURN_ON_ERROR(properties.SetData(g_mediaFormatImageHeight, Int64(movie._height)));

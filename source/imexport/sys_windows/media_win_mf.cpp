@@ -24,31 +24,25 @@ VORNA_CONFIG_BOOL(g_mediaFoundationDisableHardwareYUVtoRGB, false,
 VORNA_CONFIG_BOOL(g_mediaFoundationUseMSUrlReader, false,
                   "uses the original microsoft url reader instead our own byte stream reader.");
 
-VORNA_DEFINE_OBJECT_USE(g_imageImportStreamClass, "vorna.MediaStreamImageDataImportClass");
-VORNA_DEFINE_OBJECT_USE(g_audioImportStreamClass, "vorna.MediaStreamAudioDataImportClass");
-VORNA_DEFINE_OBJECT_USE(g_fileFormatImageBaseClass, "vorna.FileFormatImageBaseClass");
-VORNA_DEFINE_OBJECT_USE(g_fileFormatBaseClass, "vorna.FileFormatBaseClass");
-VORNA_DEFINE_OBJECT_USE(g_mediaConverterBaseClass, "vorna.MediaConverterBaseClass");
-VORNA_DEFINE_OBJECT_USE(g_mediaStreamPropertiesClass, "vorna.MediaStreamPropertiesClass");
 VORNA_DEFINE_OBJECT_USE(g_movieFileFormatUse, "vorna.FileFormats:movie.winmf");
 VORNA_DEFINE_OBJECT_USE(g_audioFileFormatUse, "vorna.FileFormats:audio.winmf");
 
 VORNA_COMPONENT_CLASS(MediaStreamMovieStreamWinMFImportImpl, g_movieStreamClass, "net.vorna.mediastream.winmf.video",
-                      ".MediaStreamMovieStreamWinMFImportImpl", &g_imageImportStreamClass,
+                      ".MediaStreamMovieStreamWinMFImportImpl", &g_MediaStreamImageDataImportClass,
                       &MediaStreamImageDataImportInterface::_record);
 VORNA_COMPONENT_CLASS(MediaStreamAudioStreamWinMFImportImpl, g_audioStreamClass, "net.vorna.mediastream.winmf.audio",
-                      ".MediaStreamAudioStreamWinMFImportImpl", &g_audioImportStreamClass,
+                      ".MediaStreamAudioStreamWinMFImportImpl", &g_MediaStreamAudioDataImportClass,
                       &MediaStreamAudioDataImportInterface::_record);
 
 VORNA_INITIALIZATION_STAGE(g_formatMapsRelease, "releases the conversion maps between subtypes and pixel formats",
                            nullptr, &FreeFormatMaps);
 
 VORNA_COMPONENT_CLASS(FileFormatMovieWinMFImpl, g_movieFileFormatClass, "net.vorna.fileformat.movie.winmf",
-                      ".FileFormatMovieWinMFImpl", &g_fileFormatImageBaseClass, &FileFormatInterface::_record,
+                      ".FileFormatMovieWinMFImpl", &g_FileFormatImageBaseClass, &FileFormatInterface::_record,
                       VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData));
 VORNA_PUBLISHED_OBJECT(g_movieFileFormat, "vorna.FileFormats", "movie.winmf", g_movieFileFormatClass);
 VORNA_COMPONENT_CLASS(FileFormatAudioWinMFImpl, g_audioFileFormatClass, "net.vorna.fileformat.audio.winmf",
-                      ".FileFormatAudioWinMFImpl", &g_fileFormatBaseClass, &FileFormatInterface::_record,
+                      ".FileFormatAudioWinMFImpl", &g_FileFormatBaseClass, &FileFormatInterface::_record,
                       VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData));
 VORNA_PUBLISHED_OBJECT(g_audioFileFormat, "vorna.FileFormats", "audio.winmf", g_audioFileFormatClass);
 
@@ -67,10 +61,10 @@ VORNA_PUBLISHED_OBJECT(g_audioFileFormat, "vorna.FileFormats", "audio.winmf", g_
       VORNA_OVERRIDE(FileFormatHandlerInterface, GetDependends)
 
 VORNA_COMPONENT_CLASS(MovieLoaderWinMFImpl, g_movieLoaderClass, "net.vorna.movie.loader.winmf", ".MovieLoaderWinMFImpl",
-                      &g_mediaConverterBaseClass, &MediaInputInterface::_record,
+                      &g_MediaConverterBaseClass, &MediaInputInterface::_record,
                       WIN_MF_LOADER_OVERRIDES);
 VORNA_COMPONENT_CLASS(AudioLoaderWinMFImpl, g_audioLoaderClass, "net.vorna.audio.loader.winmf", ".AudioLoaderWinMFImpl",
-                      &g_mediaConverterBaseClass, &MediaInputInterface::_record,
+                      &g_MediaConverterBaseClass, &MediaInputInterface::_record,
                       WIN_MF_LOADER_OVERRIDES);
 
 VORNA_COMPONENT_CLASS(FileFormatHandlerMovieWinMFImpl, g_movieHandlerClass, "net.vorna.fileformathandler.movie.winmf",

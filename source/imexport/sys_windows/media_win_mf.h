@@ -17,8 +17,6 @@ extern vorna::ObjectDefinitionRecord g_audioStreamClass;
 extern vorna::ObjectDefinitionRecord g_movieLoaderClass;
 extern vorna::ObjectDefinitionRecord g_audioLoaderClass;
 
-// vorna.MediaStreamPropertiesClass: every format a stream offers is one of these.
-extern vorna::ObjectUseRecord g_mediaStreamPropertiesClass;
 // vorna.FileFormats:movie.winmf and vorna.FileFormats:audio.winmf.
 extern vorna::ObjectUseRecord g_movieFileFormatUse;
 extern vorna::ObjectUseRecord g_audioFileFormatUse;

@@ -23,8 +23,6 @@ VORNA_DEFINE_RESOURCE_ID(g_settingAudioKilobitrate, "audio.kilobitrate");
 
 namespace {
 
-VORNA_DEFINE_OBJECT_USE(g_fileFormatImageBase, "vorna.FileFormatImageBaseClass");
-VORNA_DEFINE_OBJECT_USE(g_mediaOutputUrlBase, "vorna.MediaOutputUrlBaseClass");
 VORNA_DEFINE_OBJECT_USE(g_mp4FileFormatUse, "vorna.FileFormats:movie.mp4");
 VORNA_DEFINE_OBJECT_USE(g_3gpFileFormatUse, "vorna.FileFormats:movie.3gp");
 VORNA_DEFINE_OBJECT_USE(g_asfFileFormatUse, "vorna.FileFormats:movie.asf");
@@ -45,19 +43,19 @@ ObjectUseRecord& MovieSaverWMVImpl::FILE_FORMAT = g_wmvFileFormatUse;
   VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData)
 
 VORNA_COMPONENT_CLASS(FileFormatMovieMP4Impl, g_mp4FileFormatClass, "net.vorna.fileformat.movie.mp4",
-                      ".FileFormatMovieMP4Impl", &g_fileFormatImageBase, &FileFormatInterface::_record,
+                      ".FileFormatMovieMP4Impl", &g_FileFormatImageBaseClass, &FileFormatInterface::_record,
                       SAVER_FILE_FORMAT_OVERRIDES);
 VORNA_PUBLISHED_OBJECT(g_mp4FileFormat, "vorna.FileFormats", "movie.mp4", g_mp4FileFormatClass);
 VORNA_COMPONENT_CLASS(FileFormatMovieWMVImpl, g_wmvFileFormatClass, "net.vorna.fileformat.movie.wmv",
-                      ".FileFormatMovieWMVImpl", &g_fileFormatImageBase, &FileFormatInterface::_record,
+                      ".FileFormatMovieWMVImpl", &g_FileFormatImageBaseClass, &FileFormatInterface::_record,
                       SAVER_FILE_FORMAT_OVERRIDES);
 VORNA_PUBLISHED_OBJECT(g_wmvFileFormat, "vorna.FileFormats", "movie.wmv", g_wmvFileFormatClass);
 VORNA_COMPONENT_CLASS(FileFormatMovieASFImpl, g_asfFileFormatClass, "net.vorna.fileformat.movie.asf",
-                      ".FileFormatMovieASFImpl", &g_fileFormatImageBase, &FileFormatInterface::_record,
+                      ".FileFormatMovieASFImpl", &g_FileFormatImageBaseClass, &FileFormatInterface::_record,
                       SAVER_FILE_FORMAT_OVERRIDES);
 VORNA_PUBLISHED_OBJECT(g_asfFileFormat, "vorna.FileFormats", "movie.asf", g_asfFileFormatClass);
 VORNA_COMPONENT_CLASS(FileFormatMovie3GPImpl, g_3gpFileFormatClass, "net.vorna.fileformat.movie.3gp",
-                      ".FileFormatMovie3GPImpl", &g_fileFormatImageBase, &FileFormatInterface::_record,
+                      ".FileFormatMovie3GPImpl", &g_FileFormatImageBaseClass, &FileFormatInterface::_record,
                       SAVER_FILE_FORMAT_OVERRIDES);
 VORNA_PUBLISHED_OBJECT(g_3gpFileFormat, "vorna.FileFormats", "movie.3gp", g_3gpFileFormatClass);
 
@@ -73,13 +71,13 @@ VORNA_PUBLISHED_OBJECT(g_3gpFileFormat, "vorna.FileFormats", "movie.3gp", g_3gpF
       VORNA_OVERRIDE(MediaOutputUrlInterface, CheckBitmapSize)
 
 VORNA_COMPONENT_CLASS(MovieSaverMP4Impl, g_mp4SaverClass, "net.vorna.image.saver.mp4", ".MovieSaverMP4Impl",
-                      &g_mediaOutputUrlBase, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
+                      &g_MediaOutputUrlBaseClass, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
 VORNA_COMPONENT_CLASS(MovieSaver3GPImpl, g_3gpSaverClass, "net.vorna.image.saver.3gp", ".MovieSaver3GPImpl",
-                      &g_mediaOutputUrlBase, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
+                      &g_MediaOutputUrlBaseClass, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
 VORNA_COMPONENT_CLASS(MovieSaverASFImpl, g_asfSaverClass, "net.vorna.image.saver.asf", ".MovieSaverASFImpl",
-                      &g_mediaOutputUrlBase, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
+                      &g_MediaOutputUrlBaseClass, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
 VORNA_COMPONENT_CLASS(MovieSaverWMVImpl, g_wmvSaverClass, "net.vorna.image.saver.wmv", ".MovieSaverWMVImpl",
-                      &g_mediaOutputUrlBase, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
+                      &g_MediaOutputUrlBaseClass, &MediaOutputUrlInterface::_record, MOVIE_SAVER_OVERRIDES);
 
 namespace {
 

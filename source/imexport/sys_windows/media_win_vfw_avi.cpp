@@ -22,20 +22,13 @@ VORNA_DEFINE_RESOURCE_ID(g_settingAviHandler, "avihandler");
 
 VORNA_DEFINE_OBJECT_USE(g_aviFileFormatUse, "vorna.FileFormats:movie.avi");
 
-namespace {
-
-VORNA_DEFINE_OBJECT_USE(g_fileFormatImageBase, "vorna.FileFormatImageBaseClass");
-VORNA_DEFINE_OBJECT_USE(g_mediaOutputUrlBase, "vorna.MediaOutputUrlBaseClass");
-
-}  // namespace
-
 VORNA_COMPONENT_CLASS(FileFormatMovieAviImpl, g_aviFileFormatClass, "net.vorna.fileformat.movie.avi",
-                      ".FileFormatMovieAviImpl", &g_fileFormatImageBase, &FileFormatInterface::_record,
+                      ".FileFormatMovieAviImpl", &g_FileFormatImageBaseClass, &FileFormatInterface::_record,
                       VORNA_OVERRIDE(FileFormatInterface, Detect), VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData));
 VORNA_PUBLISHED_OBJECT(g_aviFileFormat, "vorna.FileFormats", "movie.avi", g_aviFileFormatClass);
 
 VORNA_COMPONENT_CLASS(MovieSaverWinAviImpl, g_aviSaverClass, "net.vorna.image.saver.avi", ".MovieSaverWinAviImpl",
-                      &g_mediaOutputUrlBase, &MediaOutputUrlInterface::_record,
+                      &g_MediaOutputUrlBaseClass, &MediaOutputUrlInterface::_record,
                       VORNA_OVERRIDE(DataDictionaryObjectInterface, GetData),
                       VORNA_OVERRIDE(DataDescriptionObjectInterface, GetObjectDescription),
                       VORNA_OVERRIDE(MediaConverterInterface, Analyze),

@@ -85,7 +85,7 @@ Result<void> MovieSaverMF<SELF>::Execute(const ConverterBlock& inputs, const Tim
   VORNA_RETURN_ON_ERROR(input.Execute(input.GetInputConverter(), time, flags));
   if (!_imageStream) return OK;
   VORNA_ASSIGN_OR_RETURN(MediaStreamProperties properties,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_MediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   VORNA_RETURN_ON_ERROR(properties.Init(_imageStream));
   VORNA_RETURN_ON_ERROR(_imageStream.InitStream(properties));
   const Url url = MediaOutputUrlInterface(this->GetObjectPointer()).GetOutputUrl();

@@ -107,7 +107,7 @@ void LogNumber(const Char* pattern, UINT32 value, Int line) {
 
 Result<MediaStreamProperties> NewFormat() {
   VORNA_ASSIGN_OR_RETURN(StrongRef<MediaStreamPropertiesInterface> format,
-                         CreateObjectOf<MediaStreamPropertiesInterface>(g_mediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
+                         CreateObjectOf<MediaStreamPropertiesInterface>(g_MediaStreamPropertiesClass, VORNA_SOURCE_LOCATION));
   return MediaStreamProperties(std::move(format));
 }
 

@@ -48,4 +48,6 @@ ConfigurationEntry* GetConfigurationTable(Int& count) {
   return g_table;
 }
 
+VORNA_DEFINE_DECLARED_STATIC_INTERFACE(Configuration, nullptr);
+
 }  // namespace vorna

@@ -4,7 +4,7 @@
 // set the variable from outside (for instance from the command line).
 #pragma once
 
-#include "vorna/apibase.h"
+#include "vorna/staticinterface.h"
 
 namespace vorna {
 
@@ -25,6 +25,8 @@ Bool ConfigurationVariable(const Char* name, Bool* variable, Bool defaultValue, 
 
 // The table of this library's variables.
 ConfigurationEntry* GetConfigurationTable(Int& count);
+
+VORNA_DECLARED_STATIC_INTERFACE(Configuration, "vorna.Configuration#1", 13);
 
 }  // namespace vorna
 

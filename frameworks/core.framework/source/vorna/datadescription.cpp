@@ -13,4 +13,6 @@ Result<void> DataDescription::Add(const DataDictionary& entry) {
   return DataDescriptionInterface::_table.Add(block, entry);
 }
 
+VORNA_DEFINE_OBJECT_USE(g_DataDescriptionObjectClass, "vorna.DataDescriptionObjectClass");
+
 }  // namespace vorna

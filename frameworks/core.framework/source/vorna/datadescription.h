@@ -52,4 +52,6 @@ class DataDescriptionObjectInterface : public ObjectInterface {
   }
 };
 
+extern ObjectUseRecord g_DataDescriptionObjectClass;
+
 }  // namespace vorna

@@ -26,4 +26,6 @@ Bool DataDictionary::Erase(const ConstDataPtr& key) {
   return block && DataDictionaryInterface::_table.Erase(block, key);
 }
 
+VORNA_DEFINE_DECLARED_STATIC_INTERFACE(DataDictionaryIteratorInterface, nullptr);
+
 }  // namespace vorna

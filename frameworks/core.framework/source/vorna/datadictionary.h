@@ -63,4 +63,6 @@ class DataDictionary : public COWBlockRef<DataDictionaryInterface> {
 // A dictionary as a value: a Data holds one reference to its block.
 VORNA_DECLARE_DATATYPE(DataDictionary, DataDictionary);
 
+VORNA_DECLARED_STATIC_INTERFACE(DataDictionaryIteratorInterface, "vorna.DataDictionaryIteratorInterface#1", 6);
+
 }  // namespace vorna

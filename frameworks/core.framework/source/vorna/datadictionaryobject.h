@@ -46,4 +46,12 @@ class DataDictionaryObjectInterface : public ObjectInterface {
 
 extern ObjectUseRecord g_DataDictionaryObjectClass;
 
+VORNA_DECLARED_INTERFACE(DataDictionaryReferenceObjectInterface, DataDictionaryObjectInterface, "vorna.DataDictionaryReferenceObjectInterface#1", refclass::STRONG,
+                         kInit, kInit2, kGetDataContainer);
+
+extern ObjectUseRecord g_DataDictionaryObjectEmptyClass;
+extern ObjectUseRecord g_DataDictionaryObjectLockedClass;
+extern ObjectUseRecord g_DataDictionaryObjectReferenceClass;
+extern ObjectUseRecord g_DataDictionaryObjectSyncedClass;
+
 }  // namespace vorna

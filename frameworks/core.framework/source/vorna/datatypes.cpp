@@ -112,4 +112,20 @@ Bool ConvertDataValue(const Data& data, const DataType* wanted, void* out) {
   return from.kind != NumberKind::NONE && to.kind != NumberKind::NONE && WidenNumber(from, data.GetAddress(), to, out);
 }
 
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaInt, "vorna.DataTypes:vorna.Int");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaUInt, "vorna.DataTypes:vorna.UInt");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaFloat, "vorna.DataTypes:vorna.Float");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaConstDataPtr, "vorna.DataTypes:vorna.ConstDataPtr");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaDataPtr, "vorna.DataTypes:vorna.DataPtr");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaMoveDataPtr, "vorna.DataTypes:vorna.MoveDataPtr");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaForwardingDataPtr, "vorna.DataTypes:vorna.ForwardingDataPtr");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaDelegateBase, "vorna.DataTypes:vorna.DelegateBase");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaMember, "vorna.DataTypes:vorna.Member");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaUniversalDateTime, "vorna.DataTypes:vorna.UniversalDateTime");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaUnitType, "vorna.DataTypes:vorna.UnitType");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaThreadRef, "vorna.DataTypes:vorna.ThreadRef");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaCreateObjectRefFunc, "vorna.DataTypes:vorna.CreateObjectRefFunc");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaConversionTestSet, "vorna.DataTypes:vorna.ConversionTestSet");
+VORNA_DEFINE_OBJECT_USE(g_dataTypesVornaIDENTVOID, "vorna.DataTypes:vorna.IDENT_VOID");
+
 }  // namespace vorna

@@ -15,4 +15,6 @@ Bool SplitMemberId(const Id& full, Id& registry, Id& member) {
   return registry.Init(text, colon - text) && member.Init(colon + 1, full.GetLength() - (colon + 1 - text));
 }
 
+VORNA_DEFINE_DECLARED_STATIC_INTERFACE(ExtensionIteratorInterface, nullptr);
+
 }  // namespace vorna

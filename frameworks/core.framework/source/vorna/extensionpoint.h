@@ -49,4 +49,6 @@ class ExtensionPoint {
 // Splits "registry:member" at its colon; false for an id without one.
 Bool SplitMemberId(const Id& full, Id& registry, Id& member);
 
+VORNA_DECLARED_STATIC_INTERFACE(ExtensionIteratorInterface, "vorna.ExtensionIteratorInterface#1", 5);
+
 }  // namespace vorna

@@ -93,4 +93,10 @@ Result<void> IoDelete(const Url& url, Bool force, Bool recursive) {
   return connection.IoDelete(force);
 }
 
+VORNA_DEFINE_OBJECT_USE(g_IoBrowseBaseClass, "vorna.IoBrowseBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_IoConnectionBaseClass, "vorna.IoConnectionBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_IoConnectionFileClass, "vorna.IoConnectionFileClass");
+VORNA_DEFINE_OBJECT_USE(g_IoHandlerObjectBaseClass, "vorna.IoHandlerObjectBaseClass");
+VORNA_DEFINE_OBJECT_USE(g_IoHandlerObjectFileClass, "vorna.IoHandlerObjectFileClass");
+
 }  // namespace vorna

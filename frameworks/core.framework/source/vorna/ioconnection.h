@@ -128,4 +128,10 @@ Result<OutputStreamRef> OpenOutputStream(const Url& url, Int flags);
 // empty such as the root, is refused as an illegal argument.
 Result<void> IoDelete(const Url& url, Bool force, Bool recursive);
 
+extern ObjectUseRecord g_IoBrowseBaseClass;
+extern ObjectUseRecord g_IoConnectionBaseClass;
+extern ObjectUseRecord g_IoConnectionFileClass;
+extern ObjectUseRecord g_IoHandlerObjectBaseClass;
+extern ObjectUseRecord g_IoHandlerObjectFileClass;
+
 }  // namespace vorna

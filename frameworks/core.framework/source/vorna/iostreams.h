@@ -75,4 +75,28 @@ class OutputStreamInterface : public BaseStreamInterface {
 using InputStreamRef = StrongRef<InputStreamInterface>;
 using OutputStreamRef = StrongRef<OutputStreamInterface>;
 
+VORNA_DECLARED_INTERFACE(InOutputStreamInterface, InputStreamInterface, "vorna.InOutputStreamInterface#1", refclass::STRONG);
+
+VORNA_DECLARED_INTERFACE(WrappedStreamInterface, BaseStreamInterface, "vorna.WrappedStreamInterface#1", refclass::STRONG,
+                         kSetStream, kGetStream);
+
+VORNA_DECLARED_INTERFACE(WrappedInputStreamInterface, InputStreamInterface, "vorna.WrappedInputStreamInterface#1", refclass::STRONG);
+
+VORNA_DECLARED_INTERFACE(IoDualInOutputStreamInterface, InOutputStreamInterface, "vorna.IoDualInOutputStreamInterface#1", refclass::STRONG,
+                         kSetInputStream, kSetOutputStream, kGetInputStream, kGetOutputStream);
+
+VORNA_DECLARED_INTERFACE(IoPipeInOutputStreamInterface, InOutputStreamInterface, "vorna.IoPipeInOutputStreamInterface#1", refclass::STRONG,
+                         kGetReadHandle, kGetWriteHandle);
+
+extern ObjectUseRecord g_InputStreamBaseClass;
+extern ObjectUseRecord g_OutputStreamBaseClass;
+extern ObjectUseRecord g_InOutputStreamBaseClass;
+extern ObjectUseRecord g_InOutputStreamDualClass;
+extern ObjectUseRecord g_InputStreamInterfaceFromBlock;
+extern ObjectUseRecord g_WrappedInputStreamInterfaceFromStream;
+extern ObjectUseRecord g_WrappedStreamComponent;
+
+extern InternedId g_streamflagsHttpRemoteaddress;
+extern InternedId g_streamflagsHttpHeader;
+
 }  // namespace vorna

@@ -12,6 +12,7 @@
 // add counting.
 #pragma once
 
+#include <iterator>
 #include <type_traits>
 #include <utility>
 
@@ -102,6 +103,8 @@ class ObjectInterface {
     using Traits = MethodTraits<decltype(METHOD)>;
     using R = typename Traits::Return;
     if (!_object) return NullReturnFor<R>(0);
+    // An interface the host left unresolved has no stretch in any table.
+    if (Traits::Interface::_record.offset <= 0) return NullReturnFor<R>(0);
     const MethodPair* pair = MethodPairOf(MethodTableOf(_object), Traits::Interface::_record.offset, SLOT);
     if (!pair->function) return NullReturnFor<R>(3);
     auto function = reinterpret_cast<typename Traits::Function>(pair->function);
@@ -110,6 +113,18 @@ class ObjectInterface {
 
   void* _object = nullptr;
 };
+
+// The flags of a virtual interface's record: resolve, its reference class, and whether
+// it has exactly one base.
+constexpr UInt32 InterfaceFlags(UInt32 referenceClass, size_t baseCount) {
+  return entityflags::RESOLVE | (referenceClass << entityflags::REFCLASS_SHIFT) |
+         (baseCount == 1 ? entityflags::SINGLE_BASE : 0u);
+}
+
+// The base word of an interface's record: the one base's record, or the null-ended array.
+constexpr const void* InterfaceBases(const InterfaceRecord* const* bases, size_t baseCount) {
+  return baseCount == 1 ? static_cast<const void*>(bases[0]) : static_cast<const void*>(bases);
+}
 
 // A borrowed reference of interface I to the same object, or null when the object
 // fails the interface test. No error either way.
@@ -121,29 +136,32 @@ I Cast(const ObjectInterface& reference) {
 }  // namespace vorna
 
 // Defines the record of a virtual interface class IFACE with its bases (records), in a
-// source file that includes vorna/translationunit.h.
-#define VORNA_DEFINE_INTERFACE(IFACE, ...)                                                       \
-  static constinit const ::vorna::InterfaceRecord* const VORNA_CONCAT(IFACE, _bases)[] = {       \
-      __VA_ARGS__ __VA_OPT__(, ) nullptr};                                                      \
-  constinit ::vorna::InterfaceRecord IFACE::_record{                                            \
-      {::vorna::UInt32(::vorna::EntityKind::INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,                \
-       ::vorna::entityflags::RESOLVE | (IFACE::REFCLASS << ::vorna::entityflags::REFCLASS_SHIFT), \
-       nullptr, nullptr},                                                                       \
-      nullptr,                                                                                  \
-      0,                                                                                        \
-      ::vorna::StretchSize(IFACE::COUNT),                                                       \
-      0,                                                                                        \
-      VORNA_CONCAT(IFACE, _bases)};                                                             \
+// source file that includes vorna/translationunit.h. An interface with one base holds
+// that base's record itself and says so in its flags; others hold a null-ended array.
+#define VORNA_DEFINE_INTERFACE(IFACE, ...)                                                         \
+  static constinit const ::vorna::InterfaceRecord* const VORNA_CONCAT(IFACE, _bases)[] = {         \
+      __VA_ARGS__ __VA_OPT__(, ) nullptr};                                                        \
+  constinit ::vorna::InterfaceRecord IFACE::_record{                                              \
+      {::vorna::UInt32(::vorna::EntityKind::INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,        \
+       ::vorna::InterfaceFlags(IFACE::REFCLASS, std::size(VORNA_CONCAT(IFACE, _bases)) - 1), nullptr, \
+       nullptr},                                                                                  \
+      nullptr,                                                                                    \
+      0,                                                                                          \
+      ::vorna::StretchSize(IFACE::COUNT),                                                         \
+      0,                                                                                          \
+      ::vorna::InterfaceBases(VORNA_CONCAT(IFACE, _bases), std::size(VORNA_CONCAT(IFACE, _bases)) - 1)}; \
   static const bool VORNA_CONCAT(IFACE, _linked) = (::vorna::LinkImport(&IFACE::_record, &g_translationUnit), true)
 
 // Declares an interface class NAME on BASE whose methods this code does not call: its
-// id, its number of methods and its reference class, so that its record and those of
-// the interfaces derived from it keep their places.
-#define VORNA_DECLARED_INTERFACE(NAME, BASE, TEXT, METHODS, REFERENCE) \
+// id, its reference class and its methods in slot order, as enumerators (an overload
+// takes a number behind its name), so that its record and those of the interfaces
+// derived from it keep their places.
+#define VORNA_DECLARED_INTERFACE(NAME, BASE, TEXT, REFERENCE, ...)    \
   class NAME : public BASE {                                          \
    public:                                                            \
     static constexpr const Char* ID = TEXT;                           \
-    static constexpr Int COUNT = METHODS;                             \
+    enum : Int { __VA_ARGS__ __VA_OPT__(, ) METHOD_COUNT };           \
+    static constexpr Int COUNT = METHOD_COUNT;                        \
     static constexpr UInt32 REFCLASS = REFERENCE;                     \
     static InterfaceRecord _record;                                   \
     using BASE::BASE;                                                 \

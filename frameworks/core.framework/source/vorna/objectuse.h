@@ -27,3 +27,10 @@ constexpr ObjectUseRecord MakeObjectUseRecord(const Char* id) {
 #define VORNA_DEFINE_OBJECT_USE(VAR, ID)                                       \
   constinit ::vorna::ObjectUseRecord VAR = ::vorna::MakeObjectUseRecord(ID);   \
   static const bool VORNA_CONCAT(VAR, _linked) = (::vorna::LinkImport(&VAR, &g_translationUnit), true)
+
+// Defines VAR, the use of the component class ID declared by the header FILE, in a
+// source file that includes vorna/translationunit.h: the file builds on that class by
+// reference, and the host can tell which files need it.
+#define VORNA_DEFINE_CLASS_USE(VAR, FILE, ID)                                                                  \
+  constinit ::vorna::EntityUse VAR{nullptr, {0, 0}, nullptr, FILE, ::vorna::EntityUse::CLASS, ID};            \
+  static const bool VORNA_CONCAT(VAR, _linked) = (::vorna::LinkUse(&VAR, &g_translationUnit), true)

@@ -37,4 +37,20 @@ ClassHandle* GetClassFromData(const Data* data) {
   return *static_cast<ClassHandle* const*>(data->GetAddress());
 }
 
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesConst, "vorna.ParametricTypes:Const");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesOpaque, "vorna.ParametricTypes:Opaque");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesPointer, "vorna.ParametricTypes:Pointer");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesLVReference, "vorna.ParametricTypes:LVReference");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesRVReference, "vorna.ParametricTypes:RVReference");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesUniqueReference, "vorna.ParametricTypes:UniqueReference");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesACOWReference, "vorna.ParametricTypes:ACOWReference");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesBlock, "vorna.ParametricTypes:Block");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesStridedBlock, "vorna.ParametricTypes:StridedBlock");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesResult, "vorna.ParametricTypes:Result");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesBaseArray, "vorna.ParametricTypes:BaseArray");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesArray, "vorna.ParametricTypes:Array");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesVornaVec, "vorna.ParametricTypes:vorna.Vec");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesVornaMat, "vorna.ParametricTypes:vorna.Mat");
+VORNA_DEFINE_OBJECT_USE(g_parametricTypesVornaSqMat, "vorna.ParametricTypes:vorna.SqMat");
+
 }  // namespace vorna

@@ -3,35 +3,20 @@
 // string.utf8.dec, ...). String::SetCString without a decoding uses the UTF-8 decoder.
 #pragma once
 
-#include "vorna/objectbase.h"
+#include "vorna/datadictionaryobject.h"
 #include "vorna/objectuse.h"
 
 namespace vorna {
 
-class StreamConversionInterface : public ObjectInterface {
- public:
-  static constexpr const Char* ID = "vorna.StreamConversionInterface#1";
-  static constexpr Int COUNT = 15;
-  static constexpr UInt32 REFCLASS = refclass::STRONG;
-  static InterfaceRecord _record;
-  using ObjectInterface::ObjectInterface;
-};
+VORNA_DECLARED_INTERFACE(StreamConversionInterface, DataDictionaryObjectInterface, "vorna.StreamConversionInterface#1", refclass::STRONG,
+                         kGetBatchSize, kGetBlockSize, kGetCounterpart, kGetSourceType, kGetDestinationType,
+                         kSupportInplaceConversion, kConvertImpl, kConvertToStream, kConvertToStream2,
+                         kConvertToReader, kConvertToReader2, kConvertToStream3, kConvertToStream4,
+                         kConvertToWriter, kConvertToWriter2);
 
-class StringEncodingInterface : public StreamConversionInterface {
- public:
-  static constexpr const Char* ID = "vorna.StringEncodingInterface#1";
-  static constexpr Int COUNT = 0;
-  static InterfaceRecord _record;
-  using StreamConversionInterface::StreamConversionInterface;
-};
+VORNA_DECLARED_INTERFACE(StringEncodingInterface, StreamConversionInterface, "vorna.StringEncodingInterface#1", refclass::STRONG);
 
-class StringDecodingInterface : public StreamConversionInterface {
- public:
-  static constexpr const Char* ID = "vorna.StringDecodingInterface#1";
-  static constexpr Int COUNT = 0;
-  static InterfaceRecord _record;
-  using StreamConversionInterface::StreamConversionInterface;
-};
+VORNA_DECLARED_INTERFACE(StringDecodingInterface, StreamConversionInterface, "vorna.StringDecodingInterface#1", refclass::STRONG);
 
 extern ObjectUseRecord g_utf8Encoding;
 extern ObjectUseRecord g_utf8Decoding;
@@ -49,5 +34,20 @@ inline StringEncodingInterface GetUtf8DefaultEncoder() {
 inline StringDecodingInterface GetUtf8DefaultDecoder() {
   return StringDecodingInterface(GetStringCoder(g_utf8Decoding).GetPointer());
 }
+
+extern ObjectUseRecord g_StreamConversionBaseClass;
+
+extern InternedId g_streamconversionfactoryflagsIsencoder;
+extern InternedId g_streamconversionfactoryflagsIshashalgorithm;
+extern InternedId g_streamconversiontestSourcelocation;
+extern InternedId g_streamconversiontestConversiontestset;
+extern InternedId g_streamconversiontestSrcdata;
+extern InternedId g_streamconversiontestComparedata;
+extern InternedId g_streamconversiontestForbidsourceduplication;
+extern InternedId g_base64OptionsMaxmimelinelength;
+extern InternedId g_base64OptionsAddNewline;
+extern InternedId g_utftextOptionsEncoding;
+extern InternedId g_utftextOptionsDefaultDecoding;
+extern InternedId g_utftextOptionsDontwriteheader;
 
 }  // namespace vorna

@@ -1,6 +1,7 @@
 #include "vorna/translationunit.h"
 
 #include "vorna/url.h"
+#include "vorna/resourceid.h"
 
 #include <cstring>
 
@@ -43,5 +44,26 @@ Bool Url::Append(const String& name) {
   Result<CString> bytes = name.GetCString();
   return !bytes.IsError() && Append(bytes.GetValue().GetCString(), bytes.GetValue().GetLength());
 }
+
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsUnbufferedFile, "vorna.urlflags.unbuffered_file");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsUsername, "vorna.urlflags.username");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsUserpassword, "vorna.urlflags.userpassword");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsQuery, "vorna.urlflags.query");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsFragment, "vorna.urlflags.fragment");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpAdditionalRequestHeader, "vorna.urlflags.http_additional_request_header");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpResponseHeader, "vorna.urlflags.http_response_header");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpFollowmovedfiles, "vorna.urlflags.http_followmovedfiles");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpPost, "vorna.urlflags.http_post");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpPostdata, "vorna.urlflags.http_postdata");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpNoProxyCaching, "vorna.urlflags.http_no_proxy_caching");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsHttpDisallowGzip, "vorna.urlflags.http_disallow_gzip");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsCacheInRam, "vorna.urlflags.cache_in_ram");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsFtpsFingerprint, "vorna.urlflags.ftps_fingerprint");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsNetworkSessiontimeout, "vorna.urlflags.network_sessiontimeout");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsNetworkConnecttimeout, "vorna.urlflags.network_connecttimeout");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsImagesequenceFps, "vorna.urlflags.imagesequence_fps");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsImagesequenceFirstframe, "vorna.urlflags.imagesequence_firstframe");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsImagesequenceLastframe, "vorna.urlflags.imagesequence_lastframe");
+VORNA_DEFINE_RESOURCE_ID(g_urlflagsDummy, "vorna.urlflags.dummy");
 
 }  // namespace vorna

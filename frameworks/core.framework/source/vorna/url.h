@@ -104,4 +104,25 @@ class Url : public COWBlockRef<UrlInterface> {
   Bool operator==(const Url& other) const { return UrlInterface::_table.Compare(_block, other._block) == 0; }
 };
 
+extern InternedId g_urlflagsUnbufferedFile;
+extern InternedId g_urlflagsUsername;
+extern InternedId g_urlflagsUserpassword;
+extern InternedId g_urlflagsQuery;
+extern InternedId g_urlflagsFragment;
+extern InternedId g_urlflagsHttpAdditionalRequestHeader;
+extern InternedId g_urlflagsHttpResponseHeader;
+extern InternedId g_urlflagsHttpFollowmovedfiles;
+extern InternedId g_urlflagsHttpPost;
+extern InternedId g_urlflagsHttpPostdata;
+extern InternedId g_urlflagsHttpNoProxyCaching;
+extern InternedId g_urlflagsHttpDisallowGzip;
+extern InternedId g_urlflagsCacheInRam;
+extern InternedId g_urlflagsFtpsFingerprint;
+extern InternedId g_urlflagsNetworkSessiontimeout;
+extern InternedId g_urlflagsNetworkConnecttimeout;
+extern InternedId g_urlflagsImagesequenceFps;
+extern InternedId g_urlflagsImagesequenceFirstframe;
+extern InternedId g_urlflagsImagesequenceLastframe;
+extern InternedId g_urlflagsDummy;
+
 }  // namespace vorna
