@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 #include "fuzz_host.h"
@@ -31,6 +32,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   const char* directory = std::getenv("TMPDIR");
   g_path = std::string(directory && *directory ? directory : "/tmp") + "/tessel-url-reader-fuzz-" +
            std::to_string(getpid());
+  std::atexit([] { std::remove(g_path.c_str()); });
   return 0;
 }
 
