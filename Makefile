@@ -2,7 +2,7 @@
 # builds and runs. The CMake presets do the rest.
 JOBS ?= $(shell nproc)
 
-.PHONY: check demo asan tsan deps build bench clean
+.PHONY: check demo asan tsan fuzz deps build bench clean
 
 deps:
 	./scripts/install-deps.sh
@@ -30,6 +30,12 @@ tsan: deps
 	cmake --preset tsan
 	cmake --build --preset tsan -j $(JOBS)
 	ctest --preset tsan -j $(JOBS)
+
+# The libFuzzer targets, built by clang with ASan and UBSan in build/fuzz; run them with
+# fuzz/run.sh (fuzz/README.md).
+fuzz: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
 
 bench: build
 	./bench/run.sh build/default

@@ -10,6 +10,7 @@ packages=(
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev
   ffmpeg
   libpng-dev nlohmann-json3-dev
+  clang libclang-rt-14-dev
 )
 
 missing=()

@@ -100,6 +100,11 @@ void SetJobThreadCount(Int count);
 
 // Memory: allocations through System fail once `after` more have succeeded (-1: never).
 void FailAllocationsAfter(Int after);
+// The same for one allocation only: the one after `after` more have succeeded fails,
+// and those behind it succeed again.
+void FailOneAllocationAfter(Int after);
+// Allocations refused so far by either switch.
+Int GetRefusedAllocationCount();
 Int GetLiveAllocationCount();
 
 }  // namespace vorna::host

@@ -25,6 +25,7 @@ struct TestPatternOptions {
   Bool floatSound = false;    // the tone as 32-bit float (sample / 32768) instead of 16-bit
   // The member of vorna.ColorProfiles that the frames' values are in.
   std::string colorProfile = "srgb";
+  Float64 pixelAspect = 1.0;  // the pixel aspect ratio the image format tells
 };
 
 Result<MediaConverter> CreateTestPatternSource(const TestPatternOptions& options);

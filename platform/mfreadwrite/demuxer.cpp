@@ -28,6 +28,18 @@ HRESULT StatusForMissingFile(const std::string& path) {
   return S_OK;
 }
 
+// Whether the key frames a stream's index holds lie in the file in another order than
+// their times: an index built while reading, of a file whose timestamps run backwards.
+bool IndexRunsBackwards(AVStream* stream) {
+  const AVIndexEntry* previous = nullptr;
+  for (int i = 0; i < avformat_index_get_entries_count(stream); ++i) {
+    const AVIndexEntry* entry = avformat_index_get_entry(stream, i);
+    if (previous && entry->pos < previous->pos) return true;
+    previous = entry;
+  }
+  return false;
+}
+
 }  // namespace
 
 Demuxer::Demuxer() { TakeOverCodecLog(); }
@@ -63,6 +75,7 @@ HRESULT Demuxer::OpenByteStream(IMFByteStream* stream, std::unique_ptr<Demuxer>*
 }
 
 HRESULT Demuxer::FinishOpen() {
+  dataStart_ = format_->pb ? avio_tell(format_->pb) : -1;
   int error = avformat_find_stream_info(format_.get(), nullptr);
   if (error < 0) return StatusFromOpenError(error);
   if (format_->nb_streams == 0) return MF_E_INVALID_FILE_FORMAT;
@@ -106,13 +119,32 @@ HRESULT Demuxer::ReadPacket(PacketPtr* packet) {
   return S_FALSE;
 }
 
+bool Demuxer::AnyIndexRunsBackwards() const {
+  for (unsigned i = 0; i < format_->nb_streams; ++i)
+    if (IndexRunsBackwards(format_->streams[i])) return true;
+  return false;
+}
+
+bool Demuxer::RewindToData() {
+  if (dataStart_ < 0 || (format_->iformat->flags & AVFMT_NO_BYTE_SEEK) || !Seekable()) return false;
+  if (avformat_flush(format_.get()) < 0 || avio_seek(format_->pb, dataStart_, SEEK_SET) < 0) return false;
+  ended_ = false;
+  return true;
+}
+
+// The start can always be had by bytes where the container allows it: when its index
+// runs backwards (a later packet took over the entry of an earlier time, and a seek to
+// the start would land near the end), and when a seek by the index fails, as it does
+// over a damaged index or none.
 HRESULT Demuxer::SeekBefore(int streamIndex, int64_t ticks) {
+  if (ticks <= 0 && AnyIndexRunsBackwards() && RewindToData()) return S_OK;
   int64_t target = av_rescale(ticks, AV_TIME_BASE, kTicksPerSecond);
   if (streamIndex >= 0) {
     target = av_rescale_q(ticks, {1, int(kTicksPerSecond)}, format_->streams[streamIndex]->time_base);
   }
   int error = avformat_seek_file(format_.get(), streamIndex, INT64_MIN, target, target, 0);
   if (error < 0) error = av_seek_frame(format_.get(), streamIndex, target, AVSEEK_FLAG_BACKWARD);
+  if (error < 0 && ticks <= 0 && RewindToData()) return S_OK;
   if (error < 0) return StatusFromReadError(error);
   ended_ = false;
   return S_OK;

@@ -30,10 +30,14 @@ class Demuxer {
 
  private:
   HRESULT FinishOpen();
+  bool AnyIndexRunsBackwards() const;
+  // Back to the first packet by bytes, where the container allows it.
+  bool RewindToData();
 
   std::unique_ptr<ByteStreamIo> io_;  // outlives format_, which reads through it
   FormatContextPtr format_;
   bool ended_ = false;
+  int64_t dataStart_ = -1;  // where the header ended and the packets begin; -1: unknown
 };
 
 }  // namespace tessel::platform

@@ -60,6 +60,18 @@ TEST(TestPatternSourceTest, DeliversTheFrameOfATimeLikeALoader) {
   EXPECT_TRUE(IsErrorOfClass(c.source.Execute({}, TimeValue(1.0), 0).GetError(), g_MediaStreamEOFErrorObject));
 }
 
+TEST(TestPatternSourceTest, TheImageFormatTellsThePixelAspect) {
+  for (Float64 aspect : {1.0, 16.0 / 15.0}) {
+    vorna::host::TestPatternOptions options;
+    options.pixelAspect = aspect;
+    Connected c = Connect(options);
+    BaseArray<MediaStream> streams = c.source.GetOutputStreams(0).GetValue();
+    Result<Float64> told = streams[0].GetFormat(MakeData(Int64(1))).Get<Float64>(g_mediaFormatImageAspectratio);
+    ASSERT_FALSE(told.IsError());
+    EXPECT_EQ(told.GetValue(), aspect);
+  }
+}
+
 TEST(TestPatternSourceTest, DeliversTheWholeToneOnceAtTheFirstExecute) {
   vorna::host::TestPatternOptions options{16, 16, 25.0, 1.5, 1000.0, 8000, false, "srgb"};
   Connected c = Connect(options);

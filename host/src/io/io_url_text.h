@@ -7,10 +7,8 @@
 
 namespace vorna::host {
 
-// The path behind "scheme://"; for a file url the platform's path.
-inline std::string UrlPathText(const Url& url) {
-  Result<CString> bytes = url.GetPath().GetCString();
-  return bytes.IsError() ? std::string() : std::string(bytes.GetValue().GetCString(), size_t(bytes.GetValue().GetLength()));
-}
+// The path behind "scheme://"; for a file url the platform's path. Read from the url's
+// own block by the url provider, so that no failed allocation can cut it short.
+std::string UrlPathText(const Url& url);
 
 }  // namespace vorna::host

@@ -2,8 +2,10 @@
 #include "loading/registries.h"
 
 #include <algorithm>
+#include <cstring>
 #include <mutex>
 #include <shared_mutex>
+#include <string>
 
 #include "loading/loader.h"
 #include "providers/host_services.h"
@@ -106,6 +108,20 @@ ExtensionPointHandle* RegistryOf(const Id& id, Id& member) {
   return Find(registry);
 }
 
+// The same for a lookup, with ids that borrow the text of id, so that a lookup needs no
+// memory: without it, the split would fail and the id be looked for as a plain one.
+// member lives no longer than id.
+ExtensionPointHandle* FindRegistryOf(const Id& id, Id& member) {
+  const Char* text = id.GetCString();
+  const Char* colon = text ? std::strchr(text, ':') : nullptr;
+  if (!colon) {
+    member = id;
+    return Find(Id(PLAIN_ID_REGISTRY));
+  }
+  member = Id(colon + 1);
+  return Find(Id(std::string(text, colon).c_str()));
+}
+
 }  // namespace
 
 ExtensionPointHandle* CreateRegistry(const Char* id) {
@@ -139,7 +155,7 @@ void DestroyRegistries() {
 // A plain id names a published object or, failing that, a class in vorna.Classes.
 const Data* FindPublished(const Id& id) {
   Id member;
-  ExtensionPointHandle* registry = RegistryOf(id, member);
+  ExtensionPointHandle* registry = FindRegistryOf(id, member);
   const Data* value = registry ? FindEntry(registry, member) : nullptr;
   if (!value && registry && registry->id == Id(PLAIN_ID_REGISTRY))
     if (ExtensionPointHandle* classes = Find(Id("vorna.Classes"))) value = FindEntry(classes, id);
@@ -155,7 +171,7 @@ Result<void> Publish(const Id& id, const Data& value) {
 
 void Unpublish(const Id& id) {
   Id member;
-  if (ExtensionPointHandle* registry = RegistryOf(id, member)) Erase(registry, member);
+  if (ExtensionPointHandle* registry = FindRegistryOf(id, member)) Erase(registry, member);
 }
 
 std::vector<std::string> ListRegistry(const std::string& id) {

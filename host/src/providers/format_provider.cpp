@@ -5,6 +5,7 @@
 // hexadecimal (upper-case digits; a value is shown in its own width, so a negative
 // Int32 reads as its 32-bit pattern), and for floats [width]['fill'][.precision], such
 // as ".1" or "2'0'.0".
+#include <algorithm>
 #include <cinttypes>
 #include <cmath>
 #include <cstdio>
@@ -79,16 +80,35 @@ struct FloatFormat {
   int precision = -1;
 };
 
+// A format text comes from outside: the widest field and the most digits it can ask
+// for are capped, so that "@{99999999999}" neither overflows nor fills the memory.
+constexpr int MAX_FIELD_WIDTH = 4096;
+constexpr int MAX_PRECISION = 64;
+
+// The digits from text[i] on, as a number no larger than limit; i moves past them.
+int ParseCapped(const std::string& text, size_t& i, int limit) {
+  int value = 0;
+  while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i])))
+    value = std::min(value * 10 + (text[i++] - '0'), limit);
+  return value;
+}
+
+// [width]['fill'][.precision]; a precision that is not a number (".-1") is none.
 FloatFormat ParseFloatFormat(const std::string& text, Char defaultFill) {
   FloatFormat f;
   f.fill = defaultFill;
   size_t i = 0;
-  while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) f.width = f.width * 10 + (text[i++] - '0');
-  if (i + 2 < text.size() + 1 && i < text.size() && text[i] == '\'' && i + 2 < text.size() && text[i + 2] == '\'') {
+  f.width = ParseCapped(text, i, MAX_FIELD_WIDTH);
+  if (i + 2 < text.size() && text[i] == '\'' && text[i + 2] == '\'') {
     f.fill = text[i + 1];
     i += 3;
   }
-  if (i < text.size() && text[i] == '.') f.precision = std::atoi(text.c_str() + i + 1);
+  if (i < text.size() && text[i] == '.') {
+    ++i;
+    const bool digits = i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]));
+    const bool negative = !digits && i < text.size() && text[i] == '-';
+    f.precision = negative ? -1 : ParseCapped(text, i, MAX_PRECISION);
+  }
   return f;
 }
 

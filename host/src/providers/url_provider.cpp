@@ -117,9 +117,14 @@ Id GetScheme(const void* block) { return Read(block).scheme; }
 
 String GetPath(const void* block) { return MakeString(Read(block).path); }
 
+// A path cut short by a failed allocation would name another file: no memory is an error.
 Result<String> GetSystemPath(const void* block) {
   const UrlBlock& url = Read(block);
-  if (url.scheme == URLSCHEME_FILE || url.scheme == URLSCHEME_RELATIVE) return MakeString(url.path);
+  if (url.scheme == URLSCHEME_FILE || url.scheme == URLSCHEME_RELATIVE) {
+    String path;
+    VORNA_RETURN_ON_ERROR(path.SetCString(url.path.data(), Int(url.path.size())));
+    return path;
+  }
   String message = FormatToString("@://@ has no system path", url.scheme, url.path.c_str());
   return RaiseError(g_UnsupportedOperationErrorObject, URL_LOCATION, &message);
 }
@@ -238,5 +243,7 @@ const UrlInterface::Table g_table = MakeTable();
 }  // namespace
 
 void RegisterUrlProvider() { RegisterProvider(UrlInterface::ID, &g_table, UrlInterface::COUNT); }
+
+std::string UrlPathText(const Url& url) { return Read(url.GetBlock()).path; }
 
 }  // namespace vorna::host

@@ -11,15 +11,21 @@ namespace vorna::host {
 namespace {
 
 std::atomic<Int> g_failAfter{-1};
+std::atomic<Bool> g_failOnce{false};
+std::atomic<Int> g_refused{0};
 std::atomic<Int> g_live{0};
 
-// Absurd sizes and injected failures give null, as an exhausted heap would.
+// Absurd sizes and injected failures give null, as an exhausted heap would. A failure
+// injected once switches the injection off as it happens.
 Bool MayAllocate(Int size) {
   if (size < 0 || size > (Int(1) << 40)) return false;
   Int after = g_failAfter.load();
   while (after >= 0) {
-    if (after == 0) return false;
-    if (g_failAfter.compare_exchange_weak(after, after - 1)) return true;
+    if (after == 0 && (!g_failOnce || g_failAfter.compare_exchange_weak(after, -1))) {
+      ++g_refused;
+      return false;
+    }
+    if (after > 0 && g_failAfter.compare_exchange_weak(after, after - 1)) return true;
   }
   return true;
 }
@@ -52,7 +58,17 @@ void HostFree(void* block) {
   std::free(block);
 }
 
-void FailAllocationsAfter(Int after) { g_failAfter = after; }
+void FailAllocationsAfter(Int after) {
+  g_failOnce = false;
+  g_failAfter = after;
+}
+
+void FailOneAllocationAfter(Int after) {
+  g_failOnce = true;
+  g_failAfter = after;
+}
+
+Int GetRefusedAllocationCount() { return g_refused.load(); }
 Int GetLiveAllocationCount() { return g_live.load(); }
 
 }  // namespace vorna::host

@@ -43,7 +43,7 @@ Result<MediaStreamFormat> ImageFormat(const TestPatternOptions& options) {
   VORNA_ASSIGN_OR_RETURN(MediaStreamFormat format, CreateObjectOf<MediaStreamFormatInterface>(g_formatClass, PATTERN_LOCATION));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatImageType, UInt32(1)));
   VORNA_RETURN_ON_ERROR(SetImageKeys(format, options));
-  VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatImageAspectratio, Float64(1.0)));
+  VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatImageAspectratio, options.pixelAspect));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatVideoFps, options.fps));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatVideoStarttime, TimeValue(0.0)));
   VORNA_RETURN_ON_ERROR(format.SetData(g_mediaFormatVideoDuration, TimeValue(options.duration)));

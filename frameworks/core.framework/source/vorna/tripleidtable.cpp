@@ -100,7 +100,7 @@ class Table {
   std::atomic<Int> _count{0};
   // What a caller gets when no node can be made: the empty Id, so start-up can go on
   // and the failed lookup shows as an unresolved entity.
-  const Id _failed;
+  const Id _failed{};
 };
 
 }  // namespace
