@@ -138,8 +138,10 @@ I Cast(const ObjectInterface& reference) {
 // Defines the record of a virtual interface class IFACE with its bases (records), in a
 // source file that includes vorna/translationunit.h. An interface with one base holds
 // that base's record itself and says so in its flags; others hold a null-ended array.
+// The array is constexpr so that its element may be read while the record is constant
+// initialised.
 #define VORNA_DEFINE_INTERFACE(IFACE, ...)                                                         \
-  static constinit const ::vorna::InterfaceRecord* const VORNA_CONCAT(IFACE, _bases)[] = {         \
+  static constexpr const ::vorna::InterfaceRecord* VORNA_CONCAT(IFACE, _bases)[] = {              \
       __VA_ARGS__ __VA_OPT__(, ) nullptr};                                                        \
   constinit ::vorna::InterfaceRecord IFACE::_record{                                              \
       {::vorna::UInt32(::vorna::EntityKind::INTERFACE), ::vorna::Id(IFACE::ID), nullptr, 0,        \
