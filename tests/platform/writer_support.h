@@ -61,7 +61,7 @@ std::vector<uint8_t> TonePcm(double seconds, UINT32 rate, UINT32 channels, UINT3
 // A sample of one buffer holding bytes.
 ComPtr<IMFSample> MakeSample(const std::vector<uint8_t>& bytes, LONGLONG time, LONGLONG duration);
 // Frame index of the pattern as a sample in RGB32 with its rows top-down or bottom-up,
-// timed on the spec's frame grid.
+// timed on the clip's frame grid.
 ComPtr<IMFSample> PatternSample(const ClipSpec& spec, int index, bool bottomUp);
 // The order in which the module hands rows to the codec: last picture row first for
 // H.264, first row first for WMV.
